@@ -1,0 +1,578 @@
+#include "util/CString.h"
+
+#include <algorithm>
+#include <cctype>
+#include <climits>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "util/ErrorHandler.h"
+
+namespace {
+// What every empty string points to, so that none of them allocates.
+char g_emptyText[1] = "";
+
+// The scratch string through which every string is returned.
+CString g_sBuffer;
+
+// The size of the buffer for a text of this length: exact while short, then in steps of an eighth
+// to a sixteenth, so that a text that grows character by character is seldom moved. Being a rule
+// of the length alone, it tells what room a string has without a member that keeps it.
+std::size_t roomFor(std::size_t length) {
+    const std::size_t size = length + 1;
+    std::size_t step = 1;
+    while (size / step > 16) step *= 2;
+    return (size + step - 1) / step * step;
+}
+
+char* allocate(std::size_t length) {
+    char* text = length <= INT_MAX ? new (std::nothrow) char[roomFor(length)] : nullptr;
+    if (!text) CString::OutOfMemory();
+    *text = '\0';
+    return text;
+}
+
+void release(char* buffer) {
+    if (buffer != g_emptyText) delete[] buffer;
+}
+
+// The first occurrence in a text; an empty text occurs nowhere.
+const char* findFirst(const char* text, const char* sub) {
+    return *sub ? std::strstr(text, sub) : nullptr;
+}
+
+std::size_t lengthOf(const char* begin, const char* end) {
+    return static_cast<std::size_t>(end - begin);
+}
+
+// A position no further than the length; `ifNegative` for one before the text.
+std::size_t clamped(int position, std::size_t length, std::size_t ifNegative) {
+    return position < 0 ? ifNegative
+                        : std::min<std::size_t>(static_cast<unsigned>(position), length);
+}
+
+char folded(char c, int (*fold)(int)) {
+    return static_cast<char>(fold(static_cast<unsigned char>(c)));
+}
+}  // namespace
+
+// ---------------------------------------------------------------- Storage
+
+void CString::OutOfMemory() {
+    // The report names CreateCharString, where nearly all memory comes from, whoever asked.
+    CErrorHandler().ErrorHandler(CErrorHandler::ecAbort, CErrorHandler::ecMemory,
+                                 "CString::CreateCharString");
+    std::abort();  // not reached: ecAbort does not return
+}
+
+void CString::Initialize() {
+    buffer = g_emptyText;
+    lockedLength = 0;
+    tokenBuffersReady = false;
+    tokenWork = tokenRest = tokenSeparator = nullptr;
+}
+
+// The text becomes head followed by tail, either of which may lie in the buffer. It is not moved
+// where it fits and the head is in place already: appending, trimming and cutting allocate nothing
+// then.
+void CString::store(const char* head, std::size_t headLength, const char* tail,
+                    std::size_t tailLength) {
+    const std::size_t length = headLength + tailLength;
+    const std::size_t current = std::strlen(buffer);
+    const bool fits = length <= current || roomFor(length) == roomFor(current);
+    if (length == 0) {
+        release(std::exchange(buffer, g_emptyText));
+    } else if (fits && (headLength == 0 || head == buffer)) {
+        std::memmove(buffer + headLength, tail, tailLength);
+        buffer[length] = '\0';
+    } else {
+        char* text = allocate(length);
+        std::memcpy(text, head, headLength);
+        std::memcpy(text + headLength, tail, tailLength);
+        text[length] = '\0';
+        release(std::exchange(buffer, text));  // last: head and tail may lie in it
+    }
+}
+
+CString CString::copyOf(const char* text, std::size_t length) {
+    g_sBuffer.store("", 0, text, length);
+    return g_sBuffer;
+}
+
+// ---------------------------------------------------------------- Construction and assignment
+
+CString::CString(CString&& other) noexcept : CString() { *this = std::move(other); }
+
+CString::CString(const char* text) : CString() { *this = text; }
+
+CString::CString(char c, unsigned n) : CString() { RepeatChar(c, n); }
+
+CString::~CString() {
+    BufferRelease();
+    release(buffer);
+}
+
+void CString::operator=(CString&& other) noexcept {
+    if (other.lockedLength != 0)
+        *this = other.buffer;  // its buffer is in a caller's hands
+    else if (lockedLength == 0)
+        std::swap(buffer, other.buffer);
+}
+
+void CString::operator=(const char* text) {
+    if (lockedLength == 0) store("", 0, text ? text : "", text ? std::strlen(text) : 0);
+}
+
+void CString::operator=(char c) {
+    const char text[] = {c, '\0'};
+    *this = text;
+}
+
+void CString::operator+=(const char* text) {
+    if (lockedLength == 0 && text) store(buffer, std::strlen(buffer), text, std::strlen(text));
+}
+
+void CString::operator+=(char c) {
+    const char text[] = {c, '\0'};
+    *this += text;
+}
+
+CString operator+(CString::Operand left, CString::Operand right) {
+    g_sBuffer = left.text;
+    g_sBuffer += right.text;
+    return g_sBuffer;
+}
+
+CString operator+(CString::Operand left, char right) {
+    const char text[] = {right, '\0'};
+    return left + text;
+}
+
+CString operator+(char left, CString::Operand right) {
+    const char text[] = {left, '\0'};
+    return text + right;
+}
+
+char* CString::RepeatChar(char c, unsigned n) {
+    if (lockedLength != 0) return buffer;
+    if (c == '\0') n = 0;
+    char* text = allocate(n);
+    std::memset(text, c, n);
+    text[n] = '\0';
+    release(std::exchange(buffer, text));
+    return buffer;
+}
+
+void CString::Empty() { *this = ""; }
+
+// ---------------------------------------------------------------- Comparison and elements
+
+int CString::order(Operand a, Operand b) {
+    if (!a.text || !b.text) return (a.text ? 1 : 0) - (b.text ? 1 : 0);
+    return std::strcmp(a.text, b.text);
+}
+
+int CString::Compare(CString other) const { return std::strcmp(buffer, other.buffer); }
+
+int CString::CompareNoCase(CString other) const { return strcasecmp(buffer, other.buffer); }
+
+bool CString::Equals(CString other) const { return Compare(std::move(other)) == 0; }
+
+bool CString::EqualsNoCase(CString other) const { return CompareNoCase(std::move(other)) == 0; }
+
+unsigned CString::GetLength() const { return static_cast<unsigned>(std::strlen(buffer)); }
+
+char CString::GetAt(unsigned i) const { return i < GetLength() ? buffer[i] : '\0'; }
+
+char CString::GetLastChar() const { return IsEmpty() ? '\0' : buffer[GetLength() - 1]; }
+
+bool CString::SetAt(unsigned i, char c) {
+    if (lockedLength != 0 || i >= GetLength()) return false;
+    buffer[i] = c;
+    return true;
+}
+
+// ---------------------------------------------------------------- Numbers
+
+void CString::format(const char* form, ...) {
+    char text[32];  // the longest: 20 digits and a sign, or -1.23457e+308
+    va_list arguments;
+    va_start(arguments, form);
+    std::vsnprintf(text, sizeof text, form, arguments);
+    va_end(arguments);
+    *this = text;
+}
+
+void CString::ToString(int number) { format("%d", number); }
+void CString::ToString(unsigned int number) { format("%u", number); }
+void CString::ToString(long number) { format("%ld", number); }
+void CString::ToString(unsigned long number) { format("%lu", number); }
+void CString::ToString(double number) { format("%g", number); }
+
+void CString::Converter(char* text, int n) {
+    if (n < 1 || !text) return Empty();
+    if (lockedLength == 0) store("", 0, text, strnlen(text, static_cast<std::size_t>(n)));
+    delete[] text;
+}
+
+int CString::ToInt() const {
+    if (lockedLength != 0) return 0;
+    // A long may be wider than an int; beyond a long, strtol gives the nearest one itself.
+    const long number = std::strtol(buffer, nullptr, 10);
+    return static_cast<int>(std::clamp<long>(number, INT_MIN, INT_MAX));
+}
+
+// ---------------------------------------------------------------- Raw buffer
+
+char* CString::GetBuffer(unsigned n) {
+    if (n == 0) {
+        if (lockedLength == 0) Empty();
+        lockedLength = 0;
+        return buffer;
+    }
+    char* text = allocate(n);
+    const std::size_t kept = strnlen(buffer, n);
+    std::memcpy(text, buffer, kept);
+    text[kept] = '\0';
+    release(std::exchange(buffer, text));
+    lockedLength = n;
+    return buffer;
+}
+
+bool CString::ReleaseBuffer() {
+    if (lockedLength != 0) buffer[lockedLength] = '\0';  // in case the caller filled all of it
+    BufferRelease();
+    lockedLength = 0;
+    char* text = IsEmpty() ? g_emptyText : GetCharString();
+    release(std::exchange(buffer, text));
+    return true;
+}
+
+char* CString::CreateCharString(unsigned n) { return allocate(n); }
+
+char* CString::GetCharString() const {
+    const std::size_t length = std::strlen(buffer);
+    char* text = allocate(length);
+    std::memcpy(text, buffer, length + 1);
+    return text;
+}
+
+void CString::BufferInit() {
+    if (tokenBuffersReady) return;
+    tokenBuffersReady = true;
+    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator}) {
+        *string = new (std::nothrow) CString;
+        if (!*string) OutOfMemory();
+    }
+}
+
+void CString::BufferRelease() {
+    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator})
+        delete std::exchange(*string, nullptr);
+    tokenBuffersReady = false;
+}
+
+// ---------------------------------------------------------------- Search
+
+int CString::Find(CString sub) const { return Find(std::move(sub), 1); }
+
+int CString::Find(CString sub, unsigned n) const {
+    const char* last = nullptr;
+    unsigned found = 0;
+    for (const char* p = findFirst(buffer, sub.buffer); p; p = findFirst(p + 1, sub.buffer)) {
+        last = p;
+        if (++found == n) break;
+    }
+    return last && (n == 0 || found == n) ? static_cast<int>(last - buffer) : -1;
+}
+
+int CString::ReverseFind(CString sub) const { return Find(std::move(sub), 0); }
+
+bool CString::IsSubstring(CString sub) const { return Find(std::move(sub)) >= 0; }
+
+bool CString::StartsWith(CString s) const {
+    return !s.IsEmpty() && std::strncmp(buffer, s.buffer, s.GetLength()) == 0;
+}
+
+bool CString::EndsWith(CString s) const {
+    const unsigned length = GetLength(), wanted = s.GetLength();
+    return wanted != 0 && wanted <= length &&
+           std::strcmp(buffer + (length - wanted), s.buffer) == 0;
+}
+
+unsigned CString::GetNumberOccurances(CString sub) const {
+    const unsigned step = sub.GetLength();
+    unsigned found = 0;
+    for (const char* p = buffer; (p = findFirst(p, sub.buffer)); p += step) ++found;
+    return found;
+}
+
+// ---------------------------------------------------------------- Trimming and substrings
+
+const char* CString::TrimLeft(CString set) {
+    if (lockedLength != 0) return "";
+    const std::size_t blanks = std::strspn(buffer, set.buffer);
+    if (blanks != 0) store("", 0, buffer + blanks, std::strlen(buffer + blanks));
+    return buffer;
+}
+
+const char* CString::TrimRight(CString set) {
+    if (lockedLength != 0) return "";
+    const std::size_t length = std::strlen(buffer);
+    std::size_t kept = length;
+    while (kept != 0 && std::strchr(set.buffer, buffer[kept - 1])) --kept;
+    if (kept != length) store(buffer, kept, "", 0);
+    return buffer;
+}
+
+const char* CString::Trim(CString set) {
+    TrimLeft(set);
+    return TrimRight(std::move(set));
+}
+
+CString CString::Left(int n) const {
+    const std::size_t length = std::strlen(buffer);
+    return copyOf(buffer, clamped(n, length, length));
+}
+
+CString CString::Mid(int start, unsigned count) const {
+    const std::size_t length = std::strlen(buffer);
+    const std::size_t from = clamped(start, length, 0), rest = length - from;
+    return copyOf(buffer + from, count == 0 ? rest : std::min<std::size_t>(count, rest));
+}
+
+CString CString::Right(unsigned n) const {
+    const std::size_t length = std::strlen(buffer), kept = std::min<std::size_t>(n, length);
+    return copyOf(buffer + (length - kept), kept);
+}
+
+CString CString::Substring(unsigned start, unsigned count) const {
+    return Mid(static_cast<int>(start), count);
+}
+
+bool CString::RemoveSubstring(CString sub) {
+    const char* found = lockedLength == 0 ? findFirst(buffer, sub.buffer) : nullptr;
+    if (!found) return false;
+    const char* rest = found + sub.GetLength();
+    store(buffer, lengthOf(buffer, found), rest, std::strlen(rest));
+    return true;
+}
+
+// ---------------------------------------------------------------- Tokens
+
+// Divides the text in hand at its first separator; without one, all of it is the head.
+void CString::divide(const CString& sep, bool keepSeparator) {
+    const int head = tokenWork->Find(sep);
+    if (head < 0) return;
+    const int rest = head + static_cast<int>(sep.GetLength());
+    *tokenRest = tokenWork->Mid(rest, 0);
+    *tokenWork = tokenWork->Left(keepSeparator ? rest : head);
+}
+
+CString CString::StrTok(CString sep) {
+    BufferInit();
+    *tokenWork = *this;
+    tokenRest->Empty();
+    *tokenSeparator = sep;
+    return StrTokIt();
+}
+
+CString CString::StrTok() {
+    BufferInit();
+    *tokenWork = std::move(*tokenRest);
+    tokenRest->Empty();
+    return StrTokIt();
+}
+
+CString CString::StrTokIt() {
+    BufferInit();
+    divide(*tokenSeparator, false);
+    return *tokenWork;
+}
+
+CString CString::StrBreak(CString sep) {
+    BufferInit();
+    *tokenWork = *this;
+    tokenRest->Empty();
+    divide(sep, true);
+    return *tokenWork;
+}
+
+CString CString::StrBreak() {
+    BufferInit();
+    return *tokenRest;
+}
+
+unsigned CString::GetNumberTokens(CString sep) const {
+    CString text = *this;
+    text.Trim(kBlanks);
+    return sep.IsEmpty() || text.IsEmpty() ? 0 : 1 + text.GetNumberOccurances(std::move(sep));
+}
+
+CString CString::GetToken(unsigned n, CString sep) const {
+    CString text = *this;
+    text.Trim(kBlanks);
+    const int before = n == 0 ? 0 : text.Find(sep, n);
+    if (sep.IsEmpty() || before < 0) return "";
+    const CString rest = text.Mid(n == 0 ? 0 : before + static_cast<int>(sep.GetLength()), 0);
+    return rest.Left(rest.Find(sep));  // no further separator: -1, all of it
+}
+
+int CString::FindToken(CString token, CString sep) const {
+    if (sep.IsEmpty()) return 0;
+    CString text = *this;
+    text.Trim(kBlanks);
+    if (text.IsEmpty()) return -1;
+
+    const char* start = text.buffer;
+    const auto position = [&] { return static_cast<int>(start - text.buffer); };
+    const std::size_t wanted = token.GetLength();
+    while (const char* end = findFirst(start, sep.buffer)) {
+        if (lengthOf(start, end) == wanted && std::memcmp(start, token.buffer, wanted) == 0)
+            return position();
+        start = end + sep.GetLength();
+    }
+    return token == start ? position() : -1;
+}
+
+void CString::AddToken(CString token, CString sep) {
+    if (!IsEmpty()) *this += sep;
+    *this += token;
+}
+
+void CString::InsertToken(CString token, CString before, CString sep) {
+    if (token.IsEmpty()) return;
+    const int position = before.IsEmpty() ? 0 : Upper().FindToken(before.Upper(), sep);
+    if (position < 0) return AddToken(std::move(token), std::move(sep));
+
+    CString head = Left(position);
+    const CString tail = Mid(position, 0);
+    if (!head.IsEmpty() && !head.EndsWith(sep)) head += sep;
+    head += token;
+    if (!tail.IsEmpty()) head.AddToken(tail, sep);
+    *this = head;
+}
+
+void CString::SortTokens(CString sep) {
+    CString sorted;
+    const unsigned total = GetNumberTokens(sep);
+    for (unsigned i = 0; i < total; ++i) {
+        const CString token = GetToken(i, sep);
+        if (token.IsEmpty()) continue;
+        unsigned place = 0;
+        const unsigned placed = sorted.GetNumberTokens(sep);
+        while (place < placed && sorted.GetToken(place, sep) <= token) ++place;
+        if (place < placed)
+            sorted.InsertToken(token, sorted.GetToken(place, sep), sep);
+        else
+            sorted.AddToken(token, sep);
+    }
+    if (!sorted.IsEmpty()) *this = sorted;
+}
+
+unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
+    const unsigned total = std::min(GetNumberTokens(sep), max);
+    for (unsigned i = 0; i < total; ++i) {
+        out[i] = i == 0 ? StrTok(sep) : StrTok();
+        out[i].Trim(kBlanks);
+    }
+    return total;
+}
+
+// ---------------------------------------------------------------- Case
+
+CString CString::convert(int (*fold)(int)) {
+    if (lockedLength != 0) return "";
+    for (char* p = buffer; *p; ++p) *p = folded(*p, fold);
+    return *this;
+}
+
+CString CString::convert(unsigned i, int (*fold)(int)) {
+    return SetAt(i, folded(GetAt(i), fold)) ? *this : CString();
+}
+
+CString CString::ToUpper() { return convert(std::toupper); }
+CString CString::ToUpper(unsigned i) { return convert(i, std::toupper); }
+CString CString::ToLower() { return convert(std::tolower); }
+CString CString::ToLower(unsigned i) { return convert(i, std::tolower); }
+CString CString::Upper() const { return CString(*this).ToUpper(); }
+CString CString::Lower() const { return CString(*this).ToLower(); }
+
+// ---------------------------------------------------------------- Paths
+
+CString CString::GetPath() const {
+    const char* end = std::strrchr(buffer, '/');
+    if (!end) end = std::strchr(buffer, ':');
+    return copyOf(buffer, end ? lengthOf(buffer, end) : 0);
+}
+
+CString CString::GetPath(CString path) {
+    *this = path.GetPath();
+    return *this;
+}
+
+CString CString::GetName() const {
+    const char* end = std::strrchr(buffer, '/');
+    if (!end) end = std::strchr(buffer, ':');
+    return end ? end + 1 : buffer;
+}
+
+bool CString::SplitPath(CString& drive, CString& directory, CString& name,
+                        CString& extension) const {
+    CString work = *this;  // copied first: a part may be this string itself
+    work.Trim(kBlanks);
+    const auto takeThrough = [&work](CString& part, int last) {
+        part = work.Left(last + 1);  // nothing when the mark is absent: -1
+        work = work.Mid(last + 1, 0);
+    };
+    takeThrough(drive, work.Find(":"));
+    takeThrough(directory, work.ReverseFind("/"));
+    const int dot = work.ReverseFind("."), length = static_cast<int>(work.GetLength());
+    const int nameLength = dot >= 0 && dot >= length - 4 ? dot : length;
+    name = work.Left(nameLength);
+    extension = work.Mid(nameLength, 0);
+    return true;
+}
+
+CString CString::pathPart(int which) const {
+    CString parts[4];
+    SplitPath(parts[0], parts[1], parts[2], parts[3]);
+    return parts[which];
+}
+
+CString CString::GetDrive() const { return pathPart(0); }
+CString CString::GetDirectory() const { return pathPart(1); }
+CString CString::GetFileName() const { return pathPart(2); }
+CString CString::GetExtension() const { return pathPart(3); }
+
+const char* CString::MakePath(CString /*drive*/, CString directory, CString name,
+                              CString extension) {
+    directory.AddPath(std::move(name));
+    directory += extension;
+    *this = directory;
+    return buffer;
+}
+
+const char* CString::AddPath(CString part) {
+    const bool ends = GetLastChar() == '/', begins = part[0] == '/';
+    if (IsEmpty() || part.IsEmpty())
+        *this += part;
+    else if (ends && begins)
+        *this += part.buffer + 1;
+    else
+        *this += ends || begins ? part : "/" + part;
+    return buffer;
+}
+
+CString CString::GetAbsolutePath() const { return copyOf(buffer, std::strlen(buffer)); }
+
+bool CString::CopyString(char** dest, const char* src) { return CopyString(dest, CString(src)); }
+
+bool CString::CopyString(char** dest, CString src) {
+    char* text = src.GetCharString();
+    delete[] std::exchange(*dest, text);
+    return true;
+}

@@ -1,0 +1,250 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <utility>
+
+/// The characters that Trim removes in every caller, and that the token operations trim.
+/// Carriage return is not one of them.
+inline constexpr char kBlanks[] = " \t\n";
+
+/// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
+///
+/// Positions and lengths count bytes from 0. Nothing fails: "not found" is -1, a position out of
+/// range is clamped or gives the NUL character or "", a null text reads as "". Only memory can run
+/// out, and a text can grow past INT_MAX bytes, where positions end: both are the fatal report and
+/// exit status 1.
+///
+/// Every operation that returns a CString builds it in one scratch string that all strings share
+/// and returns a copy of that: the result is independent, but no two threads may use strings.
+///
+/// Between GetBuffer(n) and ReleaseBuffer() a string is locked: the buffer belongs to the caller,
+/// every operation that would change the text does nothing, and ToInt() gives 0.
+class CString {
+public:
+    /// Either operand of a comparison or concatenation: a string, or a text that may be null.
+    struct Operand {
+        const char* text;
+        Operand(const CString& string) : text(string.buffer) {}
+        Operand(const char* pointer) : text(pointer) {}
+    };
+
+    // --- Construction and lifetime ---
+
+    CString() { Initialize(); }
+    CString(const CString& other) : CString(other.buffer) {}  ///< Copies the text only.
+    CString(CString&& other) noexcept;  ///< Takes the text, which leaves `other` empty.
+    CString(const char* text);          ///< Null gives the empty string.
+    CString(char c, unsigned n);        ///< `n` copies of `c`.
+    /// The decimal text of the number, as ToString makes it. A lone char counts as a number here.
+    CString(short number) : CString() { ToString(number); }
+    CString(unsigned short number) : CString() { ToString(number); }
+    CString(int number) : CString() { ToString(number); }
+    CString(unsigned int number) : CString() { ToString(number); }
+    CString(long number) : CString() { ToString(number); }
+    CString(unsigned long number) : CString() { ToString(number); }
+    CString(float number) : CString() { ToString(number); }
+    CString(double number) : CString() { ToString(number); }
+    ~CString();
+    /// Makes all members those of a new, empty string. What they held is NOT freed: this is the
+    /// first step of every constructor, and only that.
+    void Initialize();
+
+    // --- Assignment, appending and concatenation. The operand may be, or lie in, the string. ---
+
+    void operator=(const CString& other) { *this = other.buffer; }
+    void operator=(CString&& other) noexcept;
+    void operator=(const char* text);
+    void operator=(char c);  ///< The string becomes this one character.
+    void operator+=(const CString& other) { *this += other.buffer; }
+    void operator+=(const char* text);
+    void operator+=(char c);  ///< NUL appends nothing.
+    friend CString operator+(Operand left, Operand right);
+    friend CString operator+(Operand left, char right);
+    friend CString operator+(char left, Operand right);
+    char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`.
+    void Empty();
+
+    // --- Comparison, byte by byte. A null text orders before every string and equals none. ---
+
+    friend bool operator==(Operand a, Operand b) { return order(a, b) == 0; }
+    friend bool operator!=(Operand a, Operand b) { return order(a, b) != 0; }
+    friend bool operator<(Operand a, Operand b) { return order(a, b) < 0; }
+    friend bool operator>(Operand a, Operand b) { return order(a, b) > 0; }
+    friend bool operator<=(Operand a, Operand b) { return order(a, b) <= 0; }
+    friend bool operator>=(Operand a, Operand b) { return order(a, b) >= 0; }
+    int Compare(CString other) const;        ///< What strcmp gives: any negative, 0, any positive.
+    int CompareNoCase(CString other) const;  ///< The same, with ASCII letters folded.
+    bool Equals(CString other) const;
+    bool EqualsNoCase(CString other) const;
+
+    // --- Element access and size ---
+
+    unsigned GetLength() const;  ///< Counted anew on each call.
+    bool IsEmpty() const { return *buffer == '\0'; }
+    char GetAt(unsigned i) const;  ///< NUL at and past the end.
+    char operator[](unsigned i) const { return GetAt(i); }
+    char GetLastChar() const;  ///< NUL for the empty string.
+    /// Whether `c` was stored: false past the end and while locked. NUL cuts the string at `i`.
+    bool SetAt(unsigned i, char c);
+
+    // --- Numbers ---
+
+    /// The string becomes the number in decimal; a float or double with six significant digits, in
+    /// the form that %g of printf gives it.
+    void ToString(short number) { ToString(int{number}); }
+    void ToString(unsigned short number) { ToString(int{number}); }
+    void ToString(int number);
+    void ToString(unsigned int number);
+    void ToString(long number);
+    void ToString(unsigned long number);
+    void ToString(float number) { ToString(double{number}); }
+    void ToString(double number);
+    /// The string becomes the first `n` characters of `text`, an array of new[] that is taken over
+    /// and freed, also while locked. n < 1 empties the string and frees nothing.
+    void Converter(char* text, int n);
+    /// The number that the text begins with, after white space and a sign; without one, 0. A
+    /// number beyond an int of 32 bits gives the nearest one.
+    int ToInt() const;
+    /// Writes the text. A template, so that a program that prints no string links no stream.
+    template <class Traits>
+    friend std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
+                                                        const CString& string) {
+        return stream << string.GetBuffer();
+    }
+
+    // --- Raw buffer ---
+
+    char* GetBuffer() { return buffer; }
+    const char* GetBuffer() const { return buffer; }
+    /// Locks the string and returns its buffer, of n + 1 bytes for the caller to write n characters
+    /// and a NUL into; it holds the first n characters of the text. n = 0 unlocks instead, and
+    /// empties a string that was not locked.
+    char* GetBuffer(unsigned n);
+    /// Unlocks the string: its text is what the buffer holds up to the first NUL. Ends any walk
+    /// over tokens. Always true.
+    bool ReleaseBuffer();
+    char* Get() { return GetBuffer(); }
+    const char* Get() const { return GetBuffer(); }
+    char* Get(unsigned n) { return GetBuffer(n); }
+    char* c_str() { return GetBuffer(); }
+    const char* c_str() const { return GetBuffer(); }
+    char* c_str(unsigned n) { return GetBuffer(n); }
+    bool Release() { return ReleaseBuffer(); }
+    bool rc_str() { return ReleaseBuffer(); }
+    /// A new array of n + 1 bytes, the first of them NUL, for the caller to free with delete[].
+    static char* CreateCharString(unsigned n);
+    char* GetCharString() const;  ///< A new copy of the text, for the caller to free with delete[].
+    void BufferInit();            ///< Makes the strings of the token walk, once.
+    void BufferRelease();         ///< Frees the strings of the token walk, which ends it.
+    /// Ends the process with the fatal report that memory has run out, and status 1. Whatever in
+    /// the system has no other answer to a failed allocation ends here.
+    [[noreturn]] static void OutOfMemory();
+
+    // --- Search ---
+
+    int Find(CString sub) const;  ///< First occurrence; "" is never found.
+    /// The `n`-th occurrence, counted from 1, overlapping ones included; n = 0: the last.
+    int Find(CString sub, unsigned n) const;
+    int ReverseFind(CString sub) const;  ///< Last occurrence.
+    bool IsSubstring(CString sub) const;
+    bool StartsWith(CString s) const;                 ///< False for "".
+    bool EndsWith(CString s) const;                   ///< False for "".
+    unsigned GetNumberOccurances(CString sub) const;  ///< Overlapping ones not counted.
+
+    // --- Trimming: every character of `set` counts by itself. The results point to the text. ---
+
+    const char* TrimLeft(CString set);  ///< While locked, changes nothing and returns "".
+    const char* TrimRight(CString set);
+    const char* Trim(CString set);  ///< Both ends.
+
+    // --- Substrings ---
+
+    CString Left(int n) const;  ///< The first `n` characters; a negative `n` gives the whole text.
+    /// At most `count` characters from `start` on (a negative one is 0); count = 0: to the end.
+    CString Mid(int start, unsigned count) const;
+    CString Right(unsigned n) const;  ///< The last `n` characters.
+    CString Substring(unsigned start, unsigned count) const;
+    bool RemoveSubstring(CString sub);  ///< Removes the first occurrence; whether there was one.
+    void operator-=(const CString& sub) { RemoveSubstring(sub); }
+    void operator-=(const char* sub) { RemoveSubstring(sub); }
+
+    // --- Tokens: the parts of the text between occurrences of the separator, a whole string. ---
+
+    /// Starts a walk over a snapshot of the text and returns the first token, untrimmed. The walk
+    /// is kept in the string until the next one, ReleaseBuffer() or destruction; it is not copied.
+    CString StrTok(CString sep);
+    CString StrTok();    ///< The next token; "" once the text is used up, as for an empty token.
+    CString StrTokIt();  ///< The step that both forms of StrTok take.
+    CString StrBreak(CString sep);  ///< The text up to and including the first separator.
+    CString StrBreak();             ///< The text after what the last StrBreak(sep) returned.
+    /// How many tokens the blank-trimmed text holds: none when it or the separator is empty.
+    unsigned GetNumberTokens(CString sep) const;
+    /// Token `n`, counted from 0, of the blank-trimmed text; untrimmed itself; "" past the last.
+    CString GetToken(unsigned n, CString sep) const;
+    /// Position in the blank-trimmed text of the first token equal to `token`, or -1. An empty
+    /// separator gives 0.
+    int FindToken(CString token, CString sep) const;
+    bool IsToken(CString token, CString sep) const { return FindToken(token, sep) >= 0; }
+    void AddToken(CString token, CString sep);  ///< Appends; an empty token adds the separator.
+    /// Inserts `token` in front of the token `before`, found without regard to case; an empty
+    /// `before` means in front of all, an absent one at the end. An empty token changes nothing.
+    /// The position comes from FindToken, so blanks at the start of the text shift the place.
+    void InsertToken(CString token, CString before, CString sep);
+    /// Sorts the tokens in byte order and drops empty ones. Tokens that differ only in case may
+    /// stay out of order, since InsertToken does not tell them apart.
+    void SortTokens(CString sep);
+    /// Fills out[0] to out[k - 1] with the first tokens, blank-trimmed, and returns k: the number
+    /// of tokens, but at most `max`. The other elements are left alone. Ends a running walk.
+    unsigned ParseTokens(CString* out, unsigned max, CString sep);
+
+    // --- Case, of ASCII letters only. While locked, the forms that change the text return "". ---
+
+    CString ToUpper();            ///< Changes the string, and returns a copy of it.
+    CString ToUpper(unsigned i);  ///< Changes the character at `i` only; past the end, returns "".
+    CString ToLower();
+    CString ToLower(unsigned i);
+    CString Upper() const;  ///< An upper-cased copy.
+    CString Lower() const;  ///< A lower-cased copy.
+
+    // --- Paths, as texts: nothing here asks the file system. Only '/' separates directories. ---
+
+    CString GetPath() const;        ///< The directory without its last '/'; "" when there is none.
+    CString GetPath(CString path);  ///< The string becomes the directory of `path`; a copy of it.
+    CString GetName() const;        ///< What follows the last '/', or without one the first ':'.
+    /// The four parts of the blank-trimmed text, e.g. "C:", "/dir/sub/", "file", ".txt". An
+    /// extension has at most three characters after its '.'. Always true.
+    bool SplitPath(CString& drive, CString& directory, CString& name, CString& extension) const;
+    CString GetDrive() const;
+    CString GetDirectory() const;
+    CString GetFileName() const;  ///< Without the extension.
+    CString GetExtension() const;
+    /// The string becomes directory and name joined by AddPath, followed by the extension as it
+    /// is. The drive is ignored. Returns the text.
+    const char* MakePath(CString drive, CString directory, CString name, CString extension);
+    /// Appends `part` with exactly one '/' between; an empty side adds none. Returns the text.
+    const char* AddPath(CString part);
+    CString GetAbsolutePath() const;  ///< A copy of the text as it is.
+
+    /// Replaces the array *dest, freed with delete[] when not null, by a new copy of `src` that the
+    /// caller owns. Always true. Neither form uses this string's text.
+    bool CopyString(char** dest, const char* src);
+    bool CopyString(char** dest, CString src);
+
+private:
+    static int order(Operand a, Operand b);
+    static CString copyOf(const char* text, std::size_t length);
+    void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
+    void store(const char* head, std::size_t headLength, const char* tail, std::size_t tailLength);
+    void divide(const CString& sep, bool keepSeparator);
+    CString pathPart(int which) const;
+    CString convert(int (*fold)(int));
+    CString convert(unsigned i, int (*fold)(int));
+
+    char* buffer;           // never null; an empty string may share one static NUL
+    unsigned lockedLength;  // 0, or the capacity that GetBuffer(n) handed out
+    bool tokenBuffersReady;
+    CString* tokenWork;  // the three strings of a token walk: null until the first one
+    CString* tokenRest;
+    CString* tokenSeparator;
+};

@@ -1,0 +1,57 @@
+#include "util/ErrorHandler.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+// What stands before the detail in the message of each kind, by the kind's number.
+constexpr const char* kOpenings[] = {
+    nullptr,
+    "General System Error\n\n",
+    "General Program Error\n\n",
+    "",
+    "Memory Allocation Error\n\n"
+    "Not enough memory is available for this application.\n\n"
+    "Please close some programs to free up memory and try running\n"
+    "this application again.\n\n",
+    "File Open Error\n\nUnable to open file...\n\n",
+    "File Read Error\n\nUnable to read from file...\n\n",
+    "File Write Error\n\nUnable to write to file...\n\n",
+    "File Close Error\n\nUnable to close file...\n\n",
+    "Parse Error\n\nUnable to parse data file...\n\n",
+    "TCP/IP Error\n\n",
+};
+constexpr const char* kParseClosing =
+    "The data file may not be in the correct format or it may be corrupt.\n\n";
+
+bool isKind(int kind) { return kind > 0 && kind <= CErrorHandler::ecTcpIp; }
+
+// The first character of the answer decides; its whole line is read, so that the next question
+// does not meet what is left of this one.
+bool isAnswerYes() {
+    int c = std::getchar();
+    while (std::isspace(c)) c = std::getchar();
+    const bool yes = c == 'y' || c == 'Y';
+    while (c != '\n' && c != EOF) c = std::getchar();
+    return yes;
+}
+}  // namespace
+
+void CErrorHandler::ErrorHandler(ErrorCodeDef reaction, ErrorCodeDef kind, const char* detail) {
+    // On the stack: this is called when memory has run out.
+    char message[512] = "\n";
+    if (!detail) detail = "";
+    if (kind == ecParse)
+        std::snprintf(message, sizeof message, "\n%s%.511s%s%s", kOpenings[kind], detail,
+                      *detail ? "\n\n" : "", kParseClosing);
+    else if (isKind(kind))
+        std::snprintf(message, sizeof message, "\n%s%.511s", kOpenings[kind], detail);
+    std::fprintf(stderr, "\n%s\n", message);
+
+    if (reaction == ecAsk) {
+        std::fputs("\nContinue anyway? ", stderr);
+        if (!isAnswerYes()) reaction = ecAbort;
+    }
+    if (reaction == ecAbort) std::exit(1);
+}
