@@ -1,0 +1,204 @@
+#include "util/MyFileIO.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+namespace {
+// Whether reading could wait for somebody else, or for ever: a pipe, a terminal, a device.
+bool isEndless(const char* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+// Opens as fopen does, but refuses to read what has no end of its own. Memory that runs out in here
+// must not pass for a missing file.
+std::FILE* openStream(const CString& path, const CString& mode) {
+    const bool readsOnly = mode[0] == 'r' && !mode.IsSubstring("+");
+    if (readsOnly && isEndless(path.c_str())) return nullptr;
+    std::FILE* file = std::fopen(path.c_str(), mode.c_str());
+    if (!file && errno == ENOMEM) CString::OutOfMemory();
+    const bool writesText = !readsOnly && !mode.IsSubstring("b");
+    if (file && writesText) std::setvbuf(file, nullptr, _IOLBF, 0);
+    return file;
+}
+
+// Characters that come one by one. Its length is known, unlike that of a string, so a text of any
+// length is gathered in linear time.
+class Gatherer {
+public:
+    void add(char c) {
+        if (m_length == m_room) grow();
+        m_text[m_length++] = c;
+    }
+    // The text; nothing can be added after.
+    CString take() {
+        m_text[m_length] = '\0';
+        m_string.ReleaseBuffer();
+        return std::move(m_string);
+    }
+
+private:
+    void grow() {
+        m_text[m_length] = '\0';
+        m_room *= 2;
+        m_text = m_string.GetBuffer(m_room);
+    }
+
+    unsigned m_length = 0, m_room = 128;
+    CString m_string;
+    char* m_text = m_string.GetBuffer(m_room);
+};
+}  // namespace
+
+// ---------------------------------------------------------------- Opening and closing
+
+CMyFileIO::CMyFileIO(CString name) : m_sFileName(std::move(name)) {}
+
+bool CMyFileIO::Open(CString mode) {
+    if (m_sFileName.IsEmpty()) return false;
+    if (mode.IsEmpty()) mode = "r";
+    CloseFile();
+    m_bTemporary = false;  // it may be left from a file that could not be closed
+    m_pFile = openStream(m_sFileName, mode);
+    m_bOpen = m_pFile != nullptr;
+    m_bEOF = false;
+    return m_bOpen;
+}
+
+bool CMyFileIO::OpenFile(CString name, CString mode) {
+    if (m_bTemporary) CloseFile();  // before its name is lost, by which it is deleted
+    m_sFileName = name;
+    return Open(mode);
+}
+
+bool CMyFileIO::OpenTempFile(CString dir) {
+    CloseFile();
+    dir.AddPath("XXXXXX");
+    const int descriptor = mkstemp(dir.GetBuffer());
+    m_sFileName = dir;
+    if (descriptor < 0) return false;
+    close(descriptor);
+    m_bTemporary = OpenFile(dir, "w+");
+    if (!m_bTemporary) DeleteFile(dir);
+    return m_bTemporary;
+}
+
+bool CMyFileIO::CloseFile() {
+    if (!m_bOpen) return false;
+    m_bOpen = m_bEOF = false;
+    if (std::fclose(m_pFile) != 0) return false;
+    if (m_bTemporary) DeleteFile();
+    m_bTemporary = false;
+    return true;
+}
+
+// ---------------------------------------------------------------- Reading and writing
+
+bool CMyFileIO::ReadString(CString& line) {
+    line.Empty();
+    if (!m_bOpen) return false;
+    Gatherer gathered;
+    int c = 0;
+    while (c != '\n' && (c = getc_unlocked(m_pFile)) != EOF)
+        if (c != '\r' && c != '\0') gathered.add(static_cast<char>(c));
+    if (c == EOF) m_bEOF = true;
+    line = gathered.take();
+    return !line.IsEmpty();
+}
+
+bool CMyFileIO::Rewind() {
+    if (!m_bOpen) return false;
+    std::rewind(m_pFile);
+    m_bEOF = false;
+    return true;
+}
+
+bool CMyFileIO::WriteString(CString text) {
+    return m_bOpen && std::fputs(text.c_str(), m_pFile) >= 0;
+}
+
+bool CMyFileIO::WriteStringNL(CString text) { return WriteString(text) && WriteStringNL(); }
+
+// ---------------------------------------------------------------- Files by name
+
+bool CMyFileIO::Exists(CString name) { return CMyFileIO(name).Open(); }
+
+bool CMyFileIO::DeleteFile() {
+    CloseFile();
+    return DeleteFile(m_sFileName);
+}
+
+bool CMyFileIO::DeleteFile(CString name) { return unlink(name.c_str()) == 0; }
+
+bool CMyFileIO::CopyFile(CString source, CString target) {
+    struct stat from, to;
+    if (stat(source.c_str(), &from) != 0 || !S_ISREG(from.st_mode)) return false;
+    const bool isItself =
+        stat(target.c_str(), &to) == 0 && from.st_dev == to.st_dev && from.st_ino == to.st_ino;
+    CMyFileIO in(source), out(target);
+    if (!in.Open("rb")) return false;
+    if (isItself) return true;  // opening it for writing would empty it
+    if (!out.Open("wb+")) return false;
+    for (int c; (c = getc_unlocked(in.m_pFile)) != EOF;) putc_unlocked(c, out.m_pFile);
+    return !std::ferror(in.m_pFile);
+}
+
+bool CMyFileIO::SetReadOnly(CString path, bool bReadOnly) {
+    return chmod(path.c_str(), bReadOnly ? S_IRUSR : S_IWUSR) == 0;
+}
+
+bool CMyFileIO::GetSubdirectories(CString dir, CString& list) {
+    list.Empty();
+    return !dir.IsEmpty();
+}
+
+bool CMyFileIO::GetFiles(CString dir, CString& list) { return GetSubdirectories(dir, list); }
+
+// ---------------------------------------------------------------- Versions and comments
+
+bool CMyFileIO::GetFileVersion(CString path, CString& version) {
+    // "FileVersion" in UTF-16, little-endian. The last letter is not compared.
+    static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
+    constexpr unsigned kPatternLength = sizeof kPattern;  // with the 0 that follows the "o"
+    constexpr unsigned kEndLength = 3;                    // zeros that end the key, then the value
+
+    CMyFileIO file(path);
+    if (!file.Open("rb")) return false;
+    Gatherer stamp;
+    unsigned matched = 0, zeros = 0;
+    bool inValue = false, complete = false;
+    for (int c; !complete && (c = getc_unlocked(file.m_pFile)) != EOF;) {
+        if (matched < kPatternLength) {
+            matched = c == kPattern[matched] ? matched + 1 : 0;
+            continue;
+        }
+        if (c != 0 && inValue) stamp.add(static_cast<char>(c));
+        zeros = c == 0 ? zeros + 1 : 0;
+        if (zeros < kEndLength) continue;
+        zeros = 0;
+        complete = inValue;
+        inValue = true;
+    }
+    version += stamp.take();
+    return complete;
+}
+
+int CMyFileIO::CompareFileVersion(CString first, CString second) {
+    for (CString* version : {&first, &second}) {
+        version->Trim(kBlanks);
+        *version = version->Left(version->Find(" "));  // without a blank: -1, all of it
+    }
+    for (unsigned field = 0; field < 4; ++field) {
+        const int a = first.GetToken(field, ".").ToInt(), b = second.GetToken(field, ".").ToInt();
+        if (a != b) return a > b ? 1 : -1;
+    }
+    return 0;
+}
+
+bool CMyFileIO::IsComment(CString line) {
+    line.Trim(kBlanks);
+    return line[0] == ';' || line[0] == '#' || line.StartsWith("//");
+}
