@@ -1,0 +1,5 @@
+#include "pci/PCIDevice.h"
+
+PCIDevice::PCIDevice() = default;
+
+PCIDevice::~PCIDevice() = default;

@@ -1,0 +1,3 @@
+#include "pci/PCIException.h"
+
+PCIException::PCIException(CString text) : message(std::move(text)) {}
