@@ -1,0 +1,289 @@
+#include "pci/CustomPCIDeviceList.h"
+
+#include <algorithm>
+#include <cctype>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+#include "util/MyFileIO.h"
+
+namespace {
+constexpr const char* kCDRootVariable = "RWCD";
+constexpr const char* kCDDirectory = "/rwise/ini/";
+
+// The detection file: its section of PCI functions.
+constexpr const char* kEntrySection = "PCI";
+constexpr const char* kTotalKey = "Total_Number_Of_Devices";
+
+// The system configuration file.
+constexpr const char* kMapSection = "PCIIDMap";
+constexpr const char* kTypeKey = "AdapterType";
+constexpr const char* kSystemsKey = "Systems";
+
+// The system's own file.
+constexpr const char* kOnBoardKey = "OnBoard";
+constexpr unsigned kMaxPositions = 4;
+
+constexpr const char* kTrue = "TRUE";
+constexpr const char* kFalse = "FALSE";
+constexpr const char* kCDROMAdapter = "IDE";
+constexpr const char* kSystemAdapters[] = {"STORMPETREL", "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
+
+// A number of a device entry and the base it is written in; 0: the base that its prefix tells.
+struct EntryNumber {
+    const char* key;
+    unsigned base;
+    std::uint16_t PCIDevice::*field;
+};
+constexpr EntryNumber kEntryNumbers[] = {
+    {"Vendor_ID", 16, &PCIDevice::vendorID},       {"Device_ID", 16, &PCIDevice::deviceID},
+    {"Subvendor_ID", 16, &PCIDevice::subVendorID}, {"Subdevice_ID", 16, &PCIDevice::subDeviceID},
+    {"Bus_Number", 0, &PCIDevice::busNumber},      {"Device_Number", 0, &PCIDevice::deviceNumber},
+    {"Revision", 0, &PCIDevice::revision},         {"Header_Type", 0, &PCIDevice::headerType},
+};
+constexpr const char* kClassCodeKey = "Class_Code";
+
+// The value of a digit or letter, 36 for any other character.
+unsigned digitValue(char c) {
+    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
+    const int lower = std::tolower(static_cast<unsigned char>(c));
+    return lower >= 'a' && lower <= 'z' ? static_cast<unsigned>(lower - 'a' + 10) : 36;
+}
+
+// The low 64 bits of the number that a text begins with, read as strtoull reads it. That one gives
+// its limit for a wider number; an entry keeps the low bits of what is written, however wide.
+std::uint64_t lowBits(const CString& number, unsigned base) {
+    const char* p = number.c_str();
+    while (std::isspace(static_cast<unsigned char>(*p))) ++p;
+    const bool negative = *p == '-';
+    if (*p == '-' || *p == '+') ++p;
+    const bool isPrefixed = p[0] == '0' && (p[1] == 'x' || p[1] == 'X');
+    if (isPrefixed && (base == 0 || base == 16)) {
+        base = 16;
+        p += 2;
+    }
+    if (base == 0) base = *p == '0' ? 8 : 10;
+    std::uint64_t bits = 0;
+    for (; digitValue(*p) < base; ++p) bits = bits * base + digitValue(*p);
+    return negative ? -bits : bits;
+}
+
+// Whether a "bus,device" position is where this device sits. A missing part reads as 0.
+bool isPositionOf(const PCIDevice& device, CString position) {
+    CString parts[2];
+    position.ParseTokens(parts, 2, ",");
+    return parts[0].ToInt() == device.busNumber && parts[1].ToInt() == device.deviceNumber;
+}
+
+// Whether any of the first positions, separated by ";", is where this device sits.
+bool isListed(const PCIDevice& device, CString positions) {
+    CString listed[kMaxPositions];
+    const unsigned total = positions.ParseTokens(listed, kMaxPositions, ";");
+    return std::any_of(listed, listed + total,
+                       [&](const CString& position) { return isPositionOf(device, position); });
+}
+}  // namespace
+
+// ---------------------------------------------------------------- Life and set-up
+
+CustomPCIDeviceList::CustomPCIDeviceList() = default;
+
+CustomPCIDeviceList::~CustomPCIDeviceList() {
+    if (inputFile) inputFile->Flush();
+    delete inputFile;
+}
+
+CString CustomPCIDeviceList::getCDPathName(CString fileName) {
+    return CString(std::getenv(kCDRootVariable)) + kCDDirectory + fileName;
+}
+
+void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = path; }
+
+void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = keyword; }
+
+void CustomPCIDeviceList::setInputFile(CString path) {
+    if (inputFile) return;
+    inputFile = new (std::nothrow) CIniFile(std::move(path));
+    if (!inputFile) CString::OutOfMemory();
+}
+
+bool CustomPCIDeviceList::initialize(int flags) {
+    if (flags & INIT_FROM_INPUT_FILE) {
+        flags &= ~INIT_FROM_INPUT_FILE;
+        readFromInputFile = true;
+    }
+    if (flags == 0) return scanPCIBusAndCreateList();
+
+    bool ok = true;
+    if (flags & INIT_NAME_ADAPTERS) ok = getNamedAdapters();
+    if (ok && flags & INIT_LABEL_ONBOARD) {
+        if (!head) return false;
+        ok = labelOnBoardAdapters();
+    }
+    if (ok && flags & INIT_COUNT_DUPLICATES) {
+        if (!head) scanPCIBusAndCreateList();
+        ok = countDuplicateAdapters();
+    }
+    return ok;
+}
+
+// ---------------------------------------------------------------- The detection file
+
+CString CustomPCIDeviceList::readEntry(const char* key, const CString& suffix) {
+    return inputFile->ReadString(kEntrySection, key + suffix);
+}
+
+PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
+    if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
+    if (!inputFile || nextDeviceIndex >= inputFile->ReadInteger(kEntrySection, kTotalKey))
+        return nullptr;
+
+    PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
+    if (!item) CString::OutOfMemory();
+    const CString suffix = "." + CString(nextDeviceIndex);
+    for (const EntryNumber& number : kEntryNumbers)
+        item->*number.field =
+            static_cast<std::uint16_t>(lowBits(readEntry(number.key, suffix), number.base));
+    item->classCode = static_cast<std::uint32_t>(lowBits(readEntry(kClassCodeKey, suffix), 0));
+    ++nextDeviceIndex;
+    return item;
+}
+
+// Moves on to the next entry of which the file holds anything; without one, past all entries. A
+// total says how many entries there shall be, not how many are there: it may be absurd.
+void CustomPCIDeviceList::skipMissingEntries() {
+    const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
+    nextDeviceIndex = next < 0 ? INT_MAX : next;
+}
+
+// ---------------------------------------------------------------- Naming
+
+CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) const {
+    char key[] = "0x00000000";
+    std::snprintf(key, sizeof key, "0x%.4hX%.4hX", item->vendorID, item->deviceID);
+    return key;
+}
+
+bool CustomPCIDeviceList::getNamedAdapters() {
+    CIniFile map(mapFileLocation);
+    PCIDeviceItem** end = endOfList();
+    while (PCIDeviceItem* item = getNextPCIDevice()) {
+        item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
+        if (item->adapterName.IsEmpty()) {
+            // As nameless as this one are all entries that the file does not hold: they read as 0.
+            const bool readsAsMissing = item->vendorID == 0 && item->deviceID == 0;
+            delete item;
+            if (readsAsMissing && inputFile) skipMissingEntries();
+            continue;
+        }
+        item->adapterType = map.ReadString(item->adapterName, kTypeKey);
+        *end = item;
+        end = &item->next;
+    }
+    map.Flush();
+    return true;
+}
+
+CString CustomPCIDeviceList::getSysINIPathName() const {
+    CString keyword = systemKeyword;
+    const int prefix = keyword.Find("_");
+    if (prefix < 0) return "";
+    const CString fileName = keyword.Mid(prefix + 1, 0) + ".ini";
+    for (const CString& name : {fileName, fileName.Lower()}) {
+        const CString path = getCDPathName(name);
+        if (CMyFileIO::Exists(path)) return path;
+    }
+    return "";
+}
+
+// ---------------------------------------------------------------- Labelling and counting
+
+bool CustomPCIDeviceList::labelOnBoardAdapters() {
+    // Without a file, the document is empty and nothing is built in.
+    CIniFile positions(getSysINIPathName());
+    for (PCIDeviceItem* item = head; item; item = item->next) {
+        const CString listed = positions.ReadString(item->adapterName, kOnBoardKey);
+        item->onBoard = isListed(*item, listed) ? kTrue : kFalse;
+    }
+    positions.Flush();
+    return true;
+}
+
+bool CustomPCIDeviceList::countDuplicateAdapters() {
+    for (PCIDeviceItem* item = head; item; item = item->next) {
+        if (item->count >= 1) continue;
+        item->count = 1;
+        for (const PCIDeviceItem* other = item->next; other; other = other->next)
+            if (other->adapterName == item->adapterName) ++item->count;
+        if (item->count == 1) continue;
+        for (PCIDeviceItem* other = item->next; other; other = other->next)
+            if (other->adapterName == item->adapterName) other->count = item->count;
+    }
+    for (PCIDeviceItem* item = head; item; item = item->next) {
+        if (item->instance >= 1) continue;
+        item->instance = 1;
+        std::int32_t next = 2;
+        for (PCIDeviceItem* other = item->next; other && next <= item->count; other = other->next)
+            if (other->adapterName == item->adapterName) other->instance = next++;
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------- Grouping
+
+// The type group of an adapter: the first whose word its type holds, null when none does.
+CString* CustomPCIDeviceList::groupOf(const CString& adapterType) {
+    const struct {
+        const char* word;
+        CString* list;
+    } kGroups[] = {
+        {"DASD", &dasdDevices},
+        {"NETWORK", &networkDevices},
+        {"VIDEO", &videoDevices},
+        {"ServiceProcessor", &serviceProcessorDevices},
+    };
+    for (const auto& group : kGroups)
+        if (adapterType.IsSubstring(group.word)) return group.list;
+    return nullptr;
+}
+
+// An adapter that is no PCI function is present on the systems that the map lists for it.
+void CustomPCIDeviceList::listSystemAdapter(CIniFile& map, const char* name) {
+    const CString systems = map.ReadString(name, kSystemsKey);
+    // An empty keyword is part of every text, though never found in one.
+    if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) return;
+    for (CString* list : {&serviceProcessorDevices, &allDevices})
+        *list = addItemToList(std::move(*list), name);
+}
+
+void CustomPCIDeviceList::sortDevicesByType() {
+    const auto add = [this](CString& list, const CString& name) {
+        list = addItemToList(std::move(list), name);
+    };
+    for (const PCIDeviceItem* item = head; item; item = item->next) {
+        if (item->onBoard.IsSubstring(kTrue)) add(onBoardDevices, item->adapterName);
+        if (CString* group = groupOf(item->adapterType)) add(*group, item->adapterName);
+        add(allDevices, item->adapterName);
+    }
+    CIniFile map(mapFileLocation);
+    for (const char* name : kSystemAdapters) listSystemAdapter(map, name);
+    cdromDevices = kCDROMAdapter;
+    add(allDevices, kCDROMAdapter);
+    map.Flush();
+}
+
+CString CustomPCIDeviceList::getDASDDevices() const { return dasdDevices; }
+CString CustomPCIDeviceList::getNetworkDevices() const { return networkDevices; }
+CString CustomPCIDeviceList::getSystemDevices() const { return systemDevices; }
+CString CustomPCIDeviceList::getVideoDevices() const { return videoDevices; }
+CString CustomPCIDeviceList::getServiceProcessorDevices() const { return serviceProcessorDevices; }
+CString CustomPCIDeviceList::getCDROMDevices() const { return cdromDevices; }
+CString CustomPCIDeviceList::getAllDevices() const { return allDevices; }
+CString CustomPCIDeviceList::getOnBoardDevices() const { return onBoardDevices; }
+
+CString CustomPCIDeviceList::addItemToList(CString list, CString item) const {
+    list.AddToken(std::move(item), ",");
+    return list;
+}
