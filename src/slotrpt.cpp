@@ -1,0 +1,188 @@
+#include <csignal>
+#include <cstdio>
+
+#include "pci/CustomPCIDeviceList.h"
+#include "util/IniFile.h"
+
+namespace {
+constexpr const char* kSystemSection = "System";
+
+// Where the value of an identity line comes from.
+enum class Source {
+    kSystem,    // the key of that name in the detection file's section System
+    kOwn,       // the key of that name in the system's own section of the configuration
+    kConstant,  // the text itself
+};
+
+struct IdentityLine {
+    const char* key;
+    Source source;
+    const char* text;
+};
+// In the order of the report.
+constexpr IdentityLine kIdentityLines[] = {
+    {"MachTypeModelNumber", Source::kSystem, "Machine_Type"},
+    {"ModelNumber", Source::kSystem, "Model_Number"},
+    {"SerialNumber", Source::kSystem, "Serial_Number"},
+    {"TotalNumEnclosures", Source::kSystem, "Number_Of_Enclosures"},
+    {"BIOSVersion", Source::kSystem, "BIOS_Version"},
+    {"BuildID", Source::kSystem, "BIOS_Build_Level"},
+    {"Directory", Source::kOwn, "Directory"},
+    {"DiagBuildID", Source::kSystem, "ROM_Diagnostics_Build_Level"},
+    {"DiagVersion", Source::kConstant, ""},
+    {"Bus", Source::kConstant, "PCI"},
+    {"DiskDrivesToUpdate", Source::kConstant, "0"},
+    {"SPROMLevel", Source::kConstant, ""},
+    {"SPBuildID", Source::kConstant, ""},
+    {"SPVersion", Source::kConstant, ""},
+    {"Processors", Source::kSystem, "Active_Processors"},
+    {"ProcessorSlots", Source::kSystem, "Processor_Slots"},
+    {"Memory", Source::kSystem, "Total_Enabled_Memory_Mb"},
+};
+
+struct GroupLine {
+    const char* key;
+    CString (CustomPCIDeviceList::*names)() const;
+};
+// In the order of the report.
+constexpr GroupLine kGroupLines[] = {
+    {"DASDAdapters", &CustomPCIDeviceList::getDASDDevices},
+    {"NetworkAdapters", &CustomPCIDeviceList::getNetworkDevices},
+    {"SystemDevices", &CustomPCIDeviceList::getSystemDevices},
+    {"VideoAdapter", &CustomPCIDeviceList::getVideoDevices},
+    {"ServiceProcessor", &CustomPCIDeviceList::getServiceProcessorDevices},
+    {"CDROM", &CustomPCIDeviceList::getCDROMDevices},
+    {"AllAdapters", &CustomPCIDeviceList::getAllDevices},
+    {"OnBoardAdapters", &CustomPCIDeviceList::getOnBoardDevices},
+};
+
+// Both errors of a run stand in the report's own stream.
+void printError(const char* text) { std::printf("!Error!  %s  !Error!\n", text); }
+
+void printLine(const char* key, const CString& value) {
+    std::printf("%s = %s\n", key, value.c_str());
+}
+
+// Numbers the functions of one device: items that follow each other with the same bus and device
+// number count up from 0. The detection file gives no function numbers.
+class FunctionCounter {
+public:
+    int next(const PCIDevice& device) {
+        const bool isSameDevice = device.busNumber == m_bus && device.deviceNumber == m_device;
+        m_function = isSameDevice ? m_function + 1 : 0;
+        m_bus = device.busNumber;
+        m_device = device.deviceNumber;
+        return m_function;
+    }
+
+private:
+    int m_bus = -1, m_device = -1;  // no device has these
+    int m_function = 0;
+};
+}  // namespace
+
+void printUsage() {
+    std::fputs(
+        "Usage: slotrpt /rwpm:[in_file]\n"
+        "Description:\n"
+        " /rwpm:[in_file] -- Prints hardware detection information to screen in the\n"
+        "          format typically used by Rackwise and Patchmoor.\n"
+        "          [in_file] is the INI file output of the \"slotscan\" program.\n"
+        "          It is expected that the user will direct output of this program\n"
+        "          to an output file by using \"> file\".\n"
+        "\n"
+        "NOTE: This program relies on \\rwise\\ini\\syscfg.ini on the cd drive\n"
+        "defined by RWCD.\n",
+        stdout);
+}
+
+/// The list with the name added, after a "," unless the list was empty.
+CString addToList(CString list, CString name) {
+    list.AddToken(std::move(name), ",");
+    return list;
+}
+
+namespace {
+// Prints which system this is, and returns its identifier.
+CString printIdentity(const CString& configurationPath, const CString& inputPath) {
+    CIniFile configuration(configurationPath), detection(inputPath);
+    const CString machineType = detection.ReadString(kSystemSection, "Machine_Type");
+    CString systemID = configuration.ReadString("SystemIDMap", machineType);
+    if (systemID.IsEmpty()) systemID = "UNKNOWN_SERVER";
+
+    std::printf("[MACH]\n");
+    printLine("SystemID", systemID);
+    std::printf("\n[%s]\n", systemID.c_str());
+    for (const IdentityLine& line : kIdentityLines) {
+        CString value = line.text;
+        if (line.source == Source::kSystem) value = detection.ReadString(kSystemSection, value);
+        if (line.source == Source::kOwn) value = configuration.ReadString(systemID, value);
+        printLine(line.key, value);
+    }
+    detection.Flush();
+    configuration.Flush();
+    return systemID;
+}
+
+void printAdapter(const PCIDeviceItem& item, int function) {
+    std::printf("\n[%s", item.adapterName.c_str());
+    if (item.instance > 1) std::printf("%d", item.instance);
+    std::printf("]\n");
+    if (item.count > 1) std::printf("Count = %d\n", item.count);
+    printLine("Type", item.adapterType);
+    std::printf("BusN = %d\nDevN = %d\nFunN = %d\n", item.busNumber, item.deviceNumber, function);
+    if (item.onBoard.IsSubstring("TRUE")) printLine("On-Board", item.onBoard);
+    std::printf("SubSysID = %.4hX%.4hX\n", item.subVendorID, item.subDeviceID);
+    std::printf("PCIID = %.4hX%.4hX\n", item.vendorID, item.deviceID);
+}
+
+void printAdapters(CustomPCIDeviceList& inventory) {
+    CString adapters;
+    inventory.resetList();
+    while (const PCIDeviceItem* item = inventory.getNextDeviceFromList())
+        adapters = addToList(std::move(adapters), item->adapterName);
+    std::printf("\n[PCI]\n");
+    printLine("Adapters", adapters);
+
+    FunctionCounter functions;
+    inventory.resetList();
+    inventory.sortDevicesByType();
+    while (const PCIDeviceItem* item = inventory.getNextDeviceFromList())
+        printAdapter(*item, functions.next(*item));
+
+    std::printf("\n[DETECTED_BY_GROUP]");
+    for (const GroupLine& line : kGroupLines) {
+        std::printf("\n");
+        printLine(line.key, (inventory.*line.names)());
+    }
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    // A reader that has gone is an output error like any other: it does not end the run.
+    std::signal(SIGPIPE, SIG_IGN);
+
+    CString inputPath = argc > 1 ? argv[1] : "";
+    inputPath.RemoveSubstring("/rwpm:");
+    if (inputPath.IsEmpty()) {
+        printError("You must supply the path to slotscan input file.");
+        printUsage();
+        return 1;
+    }
+    const CString configurationPath = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    const CString systemID = printIdentity(configurationPath, inputPath);
+
+    CustomPCIDeviceList inventory;
+    inventory.setMapFileLocation(configurationPath);
+    inventory.setSystemKeyword(systemID);
+    inventory.setInputFile(inputPath);
+    const bool hasAdapters = inventory.initialize(
+        CustomPCIDeviceList::INIT_FROM_INPUT_FILE | CustomPCIDeviceList::INIT_NAME_ADAPTERS |
+        CustomPCIDeviceList::INIT_LABEL_ONBOARD | CustomPCIDeviceList::INIT_COUNT_DUPLICATES);
+    if (!hasAdapters) {
+        printError("Could not find PCI information.");
+        return 1;
+    }
+    printAdapters(inventory);
+    return 0;
+}
