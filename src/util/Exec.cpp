@@ -1,0 +1,111 @@
+#include "util/Exec.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "util/ErrorHandler.h"
+
+namespace {
+// The words of an error number; nothing for one without words of its own.
+CString wordsFor(int error) {
+    switch (error) {
+        case ENOENT:
+            return "Path or file name not found.";
+        case E2BIG:
+            return "Arg list too long.";
+        case ENOEXEC:
+            return "Exec format error.";
+        case ENOMEM:
+            return "Not enough memory.";
+        case EINVAL:
+            return "Invalid argument.";
+        case CExec::kNoInterpreter:
+            return CString("Command interpreter not found.\n\n") +
+                   "COMSPEC = " + std::getenv("COMSPEC");
+        default:
+            return "";
+    }
+}
+
+// Fills the argument vector, which has room for every word of the line and a null entry, with
+// copies of the words; the first gives up its directory. Returns that word as it was typed.
+CString splitCommand(CString line, char** arguments) {
+    CString program;
+    char* rest = nullptr;
+    for (char* next = strtok_r(line.GetBuffer(), " ", &rest); next;
+         next = strtok_r(nullptr, " ", &rest)) {
+        CString word = next;
+        word.Trim(kBlanks);
+        if (word.IsEmpty()) continue;
+        if (program.IsEmpty()) program = std::exchange(word, word.GetName());
+        *arguments++ = word.GetCharString();
+    }
+    // A line of blanks still has a program, of an empty name.
+    if (program.IsEmpty()) *arguments = program.GetCharString();
+    return program;
+}
+}  // namespace
+
+CExec::CExec(CString command) {
+    Initialize();
+    m_sCommand = command;
+}
+
+void CExec::Initialize() {
+    m_sCommand.Empty();
+    m_nLastError = 0;
+    m_nMode = kNone;
+}
+
+bool CExec::Run() {
+    m_nMode = kRun;
+    if (m_sCommand.IsEmpty()) return false;
+    if (std::system(nullptr) == 0) {
+        m_nLastError = kNoInterpreter;
+        return false;
+    }
+    if (std::system(m_sCommand.c_str()) == -1) {
+        m_nLastError = errno;
+        return false;
+    }
+    return true;
+}
+
+bool CExec::Run(CString command) {
+    m_sCommand = command;
+    return Run();
+}
+
+bool CExec::Execute() {
+    m_nMode = kExecute;
+    if (m_sCommand.IsEmpty()) return false;
+    CString line = m_sCommand;
+    line.Trim(kBlanks);
+    // At most one word a token, at least the program, and the null entry.
+    char** arguments = new (std::nothrow) char*[line.GetNumberTokens(" ") + 2]();
+    if (!arguments) return false;
+    const CString program = splitCommand(line, arguments);
+    execvp(program.c_str(), arguments);
+    m_nLastError = errno;  // the program was not started
+    for (char** argument = arguments; *argument; ++argument) delete[] * argument;
+    delete[] arguments;
+    return false;
+}
+
+bool CExec::Execute(CString command) {
+    m_sCommand = command;
+    return Execute();
+}
+
+int CExec::DisplayLastError() {
+    static constexpr const char* kOpenings[] = {"", "System call failed.  Unable to run ",
+                                                "Exec call failed.  Unable to run "};
+    const CString message =
+        kOpenings[m_nMode] + m_sCommand + "\n\n" + wordsFor(m_nLastError) + "\n";
+    CErrorHandler().ErrorHandler(CErrorHandler::ecWarn, CErrorHandler::ecSystem, message.c_str());
+    return m_nLastError;
+}
