@@ -10,33 +10,25 @@
 #include <new>
 
 #include "util/ErrorHandler.h"
+#include "util/Pool.h"
 
 namespace {
-// What every empty string points to, so that none of them allocates.
-char g_emptyText[1] = "";
-
 // The scratch string through which every string is returned.
 CString g_sBuffer;
 
-// The size of the buffer for a text of this length: exact while short, then in steps of an eighth
-// to a sixteenth, so that a text that grows character by character is seldom moved. Being a rule
-// of the length alone, it tells what room a string has without a member that keeps it.
+// The size of the buffer for a text of this length: exact while short, then in steps of a sixteenth
+// to a thirty-second, so that a text that grows character by character is seldom moved. Being a
+// rule of the length alone, it tells what room a string has without a member that keeps it.
 std::size_t roomFor(std::size_t length) {
-    const std::size_t size = length + 1;
-    std::size_t step = 1;
-    while (size / step > 16) step *= 2;
-    return (size + step - 1) / step * step;
+    unsigned shift = 0;
+    while (length >> shift >= 32) ++shift;
+    return ((length >> shift) + 1) << shift;
 }
 
 char* allocate(std::size_t length) {
-    char* text = length <= INT_MAX ? new (std::nothrow) char[roomFor(length)] : nullptr;
+    void* text = length <= INT_MAX ? CPool::Allocate(roomFor(length)) : nullptr;
     if (!text) CString::OutOfMemory();
-    *text = '\0';
-    return text;
-}
-
-void release(char* buffer) {
-    if (buffer != g_emptyText) delete[] buffer;
+    return static_cast<char*>(text);
 }
 
 // The first occurrence in a text; an empty text occurs nowhere.
@@ -54,12 +46,19 @@ std::size_t clamped(int position, std::size_t length, std::size_t ifNegative) {
                         : std::min<std::size_t>(static_cast<unsigned>(position), length);
 }
 
+struct AnyOf {
+    const char* set;
+    bool operator()(char c) const { return c != '\0' && std::strchr(set, c); }
+};
+
 char folded(char c, int (*fold)(int)) {
     return static_cast<char>(fold(static_cast<unsigned char>(c)));
 }
 }  // namespace
 
 // ---------------------------------------------------------------- Storage
+
+char CString::emptyText[1] = "";
 
 void CString::OutOfMemory() {
     // The report names CreateCharString, where nearly all memory comes from, whoever asked.
@@ -68,11 +67,8 @@ void CString::OutOfMemory() {
     std::abort();  // not reached: ecAbort does not return
 }
 
-void CString::Initialize() {
-    buffer = g_emptyText;
-    lockedLength = 0;
-    tokenBuffersReady = false;
-    tokenWork = tokenRest = tokenSeparator = nullptr;
+void CString::release() {
+    if (buffer != emptyText) CPool::Free(std::exchange(buffer, emptyText));
 }
 
 // The text becomes head followed by tail, either of which may lie in the buffer. It is not moved
@@ -81,19 +77,19 @@ void CString::Initialize() {
 void CString::store(const char* head, std::size_t headLength, const char* tail,
                     std::size_t tailLength) {
     const std::size_t length = headLength + tailLength;
-    const std::size_t current = std::strlen(buffer);
-    const bool fits = length <= current || roomFor(length) == roomFor(current);
     if (length == 0) {
-        release(std::exchange(buffer, g_emptyText));
-    } else if (fits && (headLength == 0 || head == buffer)) {
+        release();
+    } else if (buffer != emptyText && length < roomFor(std::strlen(buffer)) &&
+               (headLength == 0 || head == buffer)) {
         std::memmove(buffer + headLength, tail, tailLength);
         buffer[length] = '\0';
     } else {
         char* text = allocate(length);
-        std::memcpy(text, head, headLength);
+        if (headLength != 0) std::memcpy(text, head, headLength);
         std::memcpy(text + headLength, tail, tailLength);
         text[length] = '\0';
-        release(std::exchange(buffer, text));  // last: head and tail may lie in it
+        release();  // not before this: head and tail may lie in it
+        buffer = text;
     }
 }
 
@@ -104,26 +100,13 @@ CString CString::copyOf(const char* text, std::size_t length) {
 
 // ---------------------------------------------------------------- Construction and assignment
 
-CString::CString(CString&& other) noexcept : CString() { *this = std::move(other); }
-
 CString::CString(const char* text) : CString() { *this = text; }
 
 CString::CString(char c, unsigned n) : CString() { RepeatChar(c, n); }
 
-CString::~CString() {
-    BufferRelease();
-    release(buffer);
-}
-
-void CString::operator=(CString&& other) noexcept {
-    if (other.lockedLength != 0)
-        *this = other.buffer;  // its buffer is in a caller's hands
-    else if (lockedLength == 0)
-        std::swap(buffer, other.buffer);
-}
-
 void CString::operator=(const char* text) {
-    if (lockedLength == 0) store("", 0, text ? text : "", text ? std::strlen(text) : 0);
+    if (!text) text = "";
+    if (lockedLength == 0) store("", 0, text, std::strlen(text));
 }
 
 void CString::operator=(char c) {
@@ -162,11 +145,10 @@ char* CString::RepeatChar(char c, unsigned n) {
     char* text = allocate(n);
     std::memset(text, c, n);
     text[n] = '\0';
-    release(std::exchange(buffer, text));
+    release();
+    buffer = text;
     return buffer;
 }
-
-void CString::Empty() { *this = ""; }
 
 // ---------------------------------------------------------------- Comparison and elements
 
@@ -237,7 +219,8 @@ char* CString::GetBuffer(unsigned n) {
     const std::size_t kept = strnlen(buffer, n);
     std::memcpy(text, buffer, kept);
     text[kept] = '\0';
-    release(std::exchange(buffer, text));
+    release();
+    buffer = text;
     lockedLength = n;
     return buffer;
 }
@@ -246,16 +229,21 @@ bool CString::ReleaseBuffer() {
     if (lockedLength != 0) buffer[lockedLength] = '\0';  // in case the caller filled all of it
     BufferRelease();
     lockedLength = 0;
-    char* text = IsEmpty() ? g_emptyText : GetCharString();
-    release(std::exchange(buffer, text));
+    CString text = buffer;
+    std::swap(buffer, text.buffer);
     return true;
 }
 
-char* CString::CreateCharString(unsigned n) { return allocate(n); }
+char* CString::CreateCharString(unsigned n) {
+    char* text = n <= INT_MAX ? new (std::nothrow) char[std::size_t{n} + 1] : nullptr;
+    if (!text) OutOfMemory();
+    *text = '\0';
+    return text;
+}
 
 char* CString::GetCharString() const {
-    const std::size_t length = std::strlen(buffer);
-    char* text = allocate(length);
+    const unsigned length = GetLength();
+    char* text = CreateCharString(length);
     std::memcpy(text, buffer, length + 1);
     return text;
 }
@@ -269,7 +257,7 @@ void CString::BufferInit() {
     }
 }
 
-void CString::BufferRelease() {
+void CString::deleteTokenBuffers() {
     for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator})
         delete std::exchange(*string, nullptr);
     tokenBuffersReady = false;
@@ -312,26 +300,28 @@ unsigned CString::GetNumberOccurances(CString sub) const {
 
 // ---------------------------------------------------------------- Trimming and substrings
 
-const char* CString::TrimLeft(CString set) {
+// Cuts such characters off the ends. Both are found before the text changes: the set they belong to
+// may lie in it.
+template <class IsInSet>
+const char* CString::trim(IsInSet isInSet, bool left, bool right) {
     if (lockedLength != 0) return "";
-    const std::size_t blanks = std::strspn(buffer, set.buffer);
-    if (blanks != 0) store("", 0, buffer + blanks, std::strlen(buffer + blanks));
+    const char* begin = buffer;
+    while (left && isInSet(*begin)) ++begin;
+    std::size_t kept = std::strlen(begin);
+    while (right && kept != 0 && isInSet(begin[kept - 1])) --kept;
+    if (kept == 0) {
+        Empty();
+    } else {
+        if (begin != buffer) std::memmove(buffer, begin, kept);
+        buffer[kept] = '\0';
+    }
     return buffer;
 }
 
-const char* CString::TrimRight(CString set) {
-    if (lockedLength != 0) return "";
-    const std::size_t length = std::strlen(buffer);
-    std::size_t kept = length;
-    while (kept != 0 && std::strchr(set.buffer, buffer[kept - 1])) --kept;
-    if (kept != length) store(buffer, kept, "", 0);
-    return buffer;
-}
-
-const char* CString::Trim(CString set) {
-    TrimLeft(set);
-    return TrimRight(std::move(set));
-}
+const char* CString::TrimLeft(CString set) { return trim(AnyOf{set.buffer}, true, false); }
+const char* CString::TrimRight(CString set) { return trim(AnyOf{set.buffer}, false, true); }
+const char* CString::Trim(CString set) { return trim(AnyOf{set.buffer}, true, true); }
+const char* CString::Trim() { return trim(isBlank, true, true); }
 
 CString CString::Left(int n) const {
     const std::size_t length = std::strlen(buffer);
@@ -408,13 +398,13 @@ CString CString::StrBreak() {
 
 unsigned CString::GetNumberTokens(CString sep) const {
     CString text = *this;
-    text.Trim(kBlanks);
+    text.Trim();
     return sep.IsEmpty() || text.IsEmpty() ? 0 : 1 + text.GetNumberOccurances(std::move(sep));
 }
 
 CString CString::GetToken(unsigned n, CString sep) const {
     CString text = *this;
-    text.Trim(kBlanks);
+    text.Trim();
     const int before = n == 0 ? 0 : text.Find(sep, n);
     if (sep.IsEmpty() || before < 0) return "";
     const CString rest = text.Mid(n == 0 ? 0 : before + static_cast<int>(sep.GetLength()), 0);
@@ -424,7 +414,7 @@ CString CString::GetToken(unsigned n, CString sep) const {
 int CString::FindToken(CString token, CString sep) const {
     if (sep.IsEmpty()) return 0;
     CString text = *this;
-    text.Trim(kBlanks);
+    text.Trim();
     if (text.IsEmpty()) return -1;
 
     const char* start = text.buffer;
@@ -477,7 +467,7 @@ unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
     const unsigned total = std::min(GetNumberTokens(sep), max);
     for (unsigned i = 0; i < total; ++i) {
         out[i] = i == 0 ? StrTok(sep) : StrTok();
-        out[i].Trim(kBlanks);
+        out[i].Trim();
     }
     return total;
 }
@@ -523,7 +513,7 @@ CString CString::GetName() const {
 bool CString::SplitPath(CString& drive, CString& directory, CString& name,
                         CString& extension) const {
     CString work = *this;  // copied first: a part may be this string itself
-    work.Trim(kBlanks);
+    work.Trim();
     const auto takeThrough = [&work](CString& part, int last) {
         part = work.Left(last + 1);  // nothing when the mark is absent: -1
         work = work.Mid(last + 1, 0);

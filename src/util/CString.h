@@ -7,6 +7,7 @@
 /// The characters that Trim removes in every caller, and that the token operations trim.
 /// Carriage return is not one of them.
 inline constexpr char kBlanks[] = " \t\n";
+constexpr bool isBlank(char c) { return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2]; }
 
 /// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
 ///
@@ -33,9 +34,11 @@ public:
 
     CString() { Initialize(); }
     CString(const CString& other) : CString(other.buffer) {}  ///< Copies the text only.
-    CString(CString&& other) noexcept;  ///< Takes the text, which leaves `other` empty.
-    CString(const char* text);          ///< Null gives the empty string.
-    CString(char c, unsigned n);        ///< `n` copies of `c`.
+    CString(CString&& other) noexcept : CString() {
+        *this = std::move(other);
+    }                             ///< Takes the text.
+    CString(const char* text);    ///< Null gives the empty string.
+    CString(char c, unsigned n);  ///< `n` copies of `c`.
     /// The decimal text of the number, as ToString makes it. A lone char counts as a number here.
     CString(short number) : CString() { ToString(number); }
     CString(unsigned short number) : CString() { ToString(number); }
@@ -45,15 +48,29 @@ public:
     CString(unsigned long number) : CString() { ToString(number); }
     CString(float number) : CString() { ToString(number); }
     CString(double number) : CString() { ToString(number); }
-    ~CString();
+    ~CString() {
+        BufferRelease();
+        release();
+    }
     /// Makes all members those of a new, empty string. What they held is NOT freed: this is the
     /// first step of every constructor, and only that.
-    void Initialize();
+    void Initialize() {
+        buffer = emptyText;
+        lockedLength = 0;
+        tokenBuffersReady = false;
+        tokenWork = tokenRest = tokenSeparator = nullptr;
+    }
 
     // --- Assignment, appending and concatenation. The operand may be, or lie in, the string. ---
 
     void operator=(const CString& other) { *this = other.buffer; }
-    void operator=(CString&& other) noexcept;
+    /// Takes the text, and leaves `other` with another one, unless either of them is locked.
+    void operator=(CString&& other) noexcept {
+        if (lockedLength == 0 && other.lockedLength == 0)
+            std::swap(buffer, other.buffer);
+        else
+            *this = other.buffer;
+    }
     void operator=(const char* text);
     void operator=(char c);  ///< The string becomes this one character.
     void operator+=(const CString& other) { *this += other.buffer; }
@@ -63,7 +80,9 @@ public:
     friend CString operator+(Operand left, char right);
     friend CString operator+(char left, Operand right);
     char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`.
-    void Empty();
+    void Empty() {
+        if (lockedLength == 0) release();
+    }
 
     // --- Comparison, byte by byte. A null text orders before every string and equals none. ---
 
@@ -136,7 +155,10 @@ public:
     static char* CreateCharString(unsigned n);
     char* GetCharString() const;  ///< A new copy of the text, for the caller to free with delete[].
     void BufferInit();            ///< Makes the strings of the token walk, once.
-    void BufferRelease();         ///< Frees the strings of the token walk, which ends it.
+    /// Frees the strings of the token walk, which ends it.
+    void BufferRelease() {
+        if (tokenBuffersReady) deleteTokenBuffers();
+    }
     /// Ends the process with the fatal report that memory has run out, and status 1. Whatever in
     /// the system has no other answer to a failed allocation ends here.
     [[noreturn]] static void OutOfMemory();
@@ -157,6 +179,7 @@ public:
     const char* TrimLeft(CString set);  ///< While locked, changes nothing and returns "".
     const char* TrimRight(CString set);
     const char* Trim(CString set);  ///< Both ends.
+    const char* Trim();             ///< Both ends, of kBlanks.
 
     // --- Substrings ---
 
@@ -236,12 +259,19 @@ private:
     static CString copyOf(const char* text, std::size_t length);
     void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
     void store(const char* head, std::size_t headLength, const char* tail, std::size_t tailLength);
+    template <class IsInSet>
+    const char* trim(IsInSet isInSet, bool left, bool right);
     void divide(const CString& sep, bool keepSeparator);
     CString pathPart(int which) const;
     CString convert(int (*fold)(int));
     CString convert(unsigned i, int (*fold)(int));
 
-    char* buffer;           // never null; an empty string may share one static NUL
+    void release();  // frees the text: the string is empty then
+    void deleteTokenBuffers();
+
+    static char emptyText[1];  // what empty strings share, so that none of them allocates
+
+    char* buffer;           // never null
     unsigned lockedLength;  // 0, or the capacity that GetBuffer(n) handed out
     bool tokenBuffersReady;
     CString* tokenWork;  // the three strings of a token walk: null until the first one

@@ -39,7 +39,7 @@ CString splitCommand(CString line, char** arguments) {
     for (char* next = strtok_r(line.GetBuffer(), " ", &rest); next;
          next = strtok_r(nullptr, " ", &rest)) {
         CString word = next;
-        word.Trim(kBlanks);
+        word.Trim();
         if (word.IsEmpty()) continue;
         if (program.IsEmpty()) program = std::exchange(word, word.GetName());
         *arguments++ = word.GetCharString();
@@ -84,7 +84,7 @@ bool CExec::Execute() {
     m_nMode = kExecute;
     if (m_sCommand.IsEmpty()) return false;
     CString line = m_sCommand;
-    line.Trim(kBlanks);
+    line.Trim();
     // At most one word a token, at least the program, and the null entry.
     char** arguments = new (std::nothrow) char*[line.GetNumberTokens(" ") + 2]();
     if (!arguments) return false;

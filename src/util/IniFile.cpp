@@ -8,17 +8,24 @@
 
 #include "util/ErrorHandler.h"
 #include "util/MyFileIO.h"
+#include "util/Pool.h"
 
 namespace {
-bool isBlank(char c) { return c != '\0' && std::strchr(kBlanks, c); }
-
 bool isHeader(const char* line) { return *line == '['; }
 
-// What every lookup passes over; an edit passes over empty lines only.
-bool isEmptyOrComment(const char* line) { return *line == '\0' || *line == ';'; }
+// Lookups pass over comments, edits do not.
+bool isComment(const char* line) { return *line == ';'; }
 
-// A requested section or key, made ready once for the many lines that a lookup visits: nearly all
-// of them are told apart by their first character, and none is copied.
+// What the two cases of an ASCII letter differ in.
+constexpr int kCaseBit = 'a' ^ 'A';
+
+bool differInCase(char a, char b) {
+    const int lower = a | kCaseBit;
+    return (a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z';
+}
+
+// A requested section or key, compared with the lines where they lie: nearly all of them differ
+// from it in an early character.
 class Name {
 public:
     // `end` is what ends such a name in a line: "]" or "=".
@@ -43,34 +50,42 @@ public:
 private:
     // What follows the name and the blanks after it, when the text begins with the name.
     const char* match(const char* text) const {
-        if ((*text ^ m_first) & ~kCaseBit) return nullptr;
-        if (!m_canMatch || strncasecmp(text, m_text, m_length) != 0) return nullptr;
-        text += m_length;
-        while (isBlank(*text)) ++text;
-        return text;
+        if ((*text ^ m_first) & ~kCaseBit) return nullptr;  // most lines end here
+        std::size_t i = 0;
+        for (; i != m_length; ++i)
+            if (text[i] != m_text[i] && !differInCase(text[i], m_text[i])) return nullptr;
+        if (!m_canMatch) return nullptr;
+        while (isBlank(text[i])) ++i;
+        return text + i;
     }
-
-    static constexpr int kCaseBit = 'a' ^ 'A';
 
     const char* m_text;
     std::size_t m_length;
-    char m_first;
+    char m_first;     // what a line with this name begins with
     bool m_canMatch;  // a name in a line never holds its end, nor ends in a blank
     char m_end;
 };
 
-// The number after the last "." of an entry's key, which ends in it; -1 when there is none.
+// The number of a numbered entry: what its key holds after its last ".", in plain decimal. -1 when
+// the line is no such entry.
 int numberOf(const char* line) {
-    const char* end = std::strchr(line, '=');
-    while (end && end != line && isBlank(end[-1])) --end;
+    const char* end = isComment(line) ? nullptr : std::strchr(line, '=');
+    if (!end) return -1;
+    while (end != line && isBlank(end[-1])) --end;
     const char* digits = end;
-    while (digits && digits != line && std::isdigit(static_cast<unsigned char>(digits[-1])))
-        --digits;
-    if (digits == end || digits == line || digits[-1] != '.') return -1;
-    const long number = std::strtol(digits, nullptr, 10);
+    while (digits != line && std::isdigit(static_cast<unsigned char>(digits[-1]))) --digits;
+    const bool isPlain = digits != end && (*digits != '0' || end - digits == 1);
+    if (!isPlain || digits == line || digits[-1] != '.') return -1;
+    const long long number = std::strtoll(digits, nullptr, 10);
     return number <= INT_MAX ? static_cast<int>(number) : -1;
 }
 }  // namespace
+
+void* CIniFile::IniLineDef::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return CPool::Allocate(size);
+}
+
+void CIniFile::IniLineDef::operator delete(void* record) noexcept { CPool::Free(record); }
 
 // ---------------------------------------------------------------- Life
 
@@ -83,30 +98,39 @@ CIniFile::~CIniFile() {
 
 // ---------------------------------------------------------------- Lookup
 
+// Moves `line`, the first of the document, to the first line of the section, which may be null when
+// its header is the last line. Whether there is such a section; the unnamed one is at the top.
+bool CIniFile::enterSection(const CString& section, IniLineDef*& line) {
+    if (section.IsEmpty()) return true;
+    const Name wanted(section, ']');
+    IniLineDef* header = line;
+    while (header && !wanted.isSectionOf(header->sLine.c_str())) header = header->pNext;
+    line = header ? header->pNext : nullptr;
+    return header != nullptr;
+}
+
 bool CIniFile::FindItem(CString section, CString key, CString& line) {
-    const Name wantedSection(section, ']'), wantedKey(key, '=');
-    bool inSection = section.IsEmpty(), found = false;
-    const IniLineDef* last = nullptr;
-    for (const IniLineDef* p = m_pFirstLine; p && !found; p = p->pNext) {
-        last = p;
-        const char* text = p->sLine.c_str();
-        if (isEmptyOrComment(text)) continue;
-        if (!inSection)
-            inSection = wantedSection.isSectionOf(text);
-        else if (isHeader(text))
-            break;
-        else
-            found = wantedKey.isKeyOf(text);
+    if (!m_pFirstLine) return false;
+    const Name wanted(key, '=');
+    IniLineDef* p = m_pFirstLine;
+    bool found = false;
+    if (enterSection(section, p)) {
+        while (p && !isHeader(p->sLine.c_str())) {
+            found = wanted.isKeyOf(p->sLine.c_str()) && !isComment(p->sLine.c_str());
+            if (found) break;
+            p = p->pNext;
+        }
     }
-    if (last) line = last->sLine;  // only the last: the visited lines before it are not copied
+    // Only the last visited line is copied, not each of them.
+    line = p ? p->sLine : m_pFirstLine->pPrev->sLine;
     return found;
 }
 
 CString CIniFile::ReadString(CString section, CString key, CString fallback) {
     m_sValue.Empty();
     if (FindItem(std::move(section), std::move(key), m_sValue)) {
-        m_sValue = m_sValue.Mid(m_sValue.Find("=") + 1, 0);
-        m_sValue.Trim(kBlanks);
+        m_sValue = std::strchr(m_sValue.c_str(), '=') + 1;
+        m_sValue.Trim();
     } else {
         m_sValue = std::move(fallback);
     }
@@ -118,20 +142,12 @@ int CIniFile::ReadInteger(CString section, CString key, int fallback) {
 }
 
 int CIniFile::FindNumber(CString section, int from) const {
-    const Name wanted(section, ']');
-    bool inSection = section.IsEmpty();
     int smallest = -1;
-    for (const IniLineDef* p = m_pFirstLine; p; p = p->pNext) {
-        const char* text = p->sLine.c_str();
-        if (isEmptyOrComment(text)) continue;
-        if (!inSection) {
-            inSection = wanted.isSectionOf(text);
-        } else if (isHeader(text)) {
-            break;
-        } else {
-            const int number = numberOf(text);
-            if (number >= from && (smallest < 0 || number < smallest)) smallest = number;
-        }
+    IniLineDef* p = m_pFirstLine;
+    if (!enterSection(section, p)) return smallest;
+    for (; p && !isHeader(p->sLine.c_str()); p = p->pNext) {
+        const int number = numberOf(p->sLine.c_str());
+        if (number >= from && (smallest < 0 || number < smallest)) smallest = number;
     }
     return smallest;
 }
@@ -163,28 +179,24 @@ bool CIniFile::WriteInteger(CString section, CString key, int value) {
 
 bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowDuplicate,
                        bool bFlush) {
-    const Name wantedSection(section, ']'), wantedKey(key, '=');
+    const Name wanted(key, '=');
     const bool isBare = key.IsEmpty();
     const CString text = isBare ? value : key + " = " + value;
 
-    bool inSection = section.IsEmpty(), replaced = false;
     IniLineDef* line = m_pFirstLine;
-    for (; line && !replaced; line = line->pNext) {
-        const char* visited = line->sLine.c_str();
-        if (*visited == '\0') continue;
-        if (!inSection) {
-            inSection = wantedSection.isSectionOf(visited);
-        } else if (isHeader(visited)) {
-            break;
-        } else if (isBare) {
-            if (!bAllowDuplicate && value == visited) return false;
-        } else if (wantedKey.isKeyOf(visited)) {
+    const bool inSection = enterSection(section, line);
+    bool done = false;
+    for (; line && !done && !isHeader(line->sLine.c_str()); line = line->pNext) {
+        if (!isBare && wanted.isKeyOf(line->sLine.c_str())) {
             line->sLine = text;
-            line->sLine.Trim(kBlanks);
-            replaced = true;
+            line->sLine.Trim();
+            done = true;
+        } else if (isBare && !bAllowDuplicate && !line->sLine.IsEmpty() && line->sLine == value) {
+            return false;
         }
     }
-    if (!replaced && !(inSection ? addEntry(line, text) : addSection(section, text))) return false;
+    if (!done) done = inSection ? addEntry(line, text) : addSection(section, text);
+    if (!done) return false;
     m_bModified = true;
     if (bFlush) Flush();
     return true;
@@ -276,7 +288,7 @@ CIniFile::IniLineDef* CIniFile::MakeNewLine(CString text) {
     IniLineDef* line = new (std::nothrow) IniLineDef;
     if (line) {
         line->sLine = std::move(text);
-        line->sLine.Trim(kBlanks);
+        line->sLine.Trim();
     }
     return line;
 }

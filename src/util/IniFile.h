@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <new>
+
 #include "util/CString.h"
 
 /// An INI file held in memory as the list of its lines, which it owns.
@@ -30,6 +33,10 @@ public:
         IniLineDef* pPrev = nullptr;  ///< In the first line: the last line of the document.
         IniLineDef* pNext = nullptr;  ///< In the last line: null.
         CString sLine;
+
+        /// Records come from the pool. Null when memory runs out.
+        static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+        static void operator delete(void* record) noexcept;
     };
 
     explicit CIniFile(CString path);  ///< Loads the file; a missing one gives an empty document.
@@ -41,10 +48,14 @@ public:
 
     /// The trimmed value of the first matching entry, else `fallback` exactly as given.
     CString ReadString(CString section, CString key, CString fallback);
-    CString ReadString(CString section, CString key) { return ReadString(section, key, ""); }
+    CString ReadString(CString section, CString key) {
+        return ReadString(std::move(section), std::move(key), "");
+    }
     /// The value as CString::ToInt reads it: 0 when it is no number. `fallback` when absent.
     int ReadInteger(CString section, CString key, int fallback);
-    int ReadInteger(CString section, CString key) { return ReadInteger(section, key, 0); }
+    int ReadInteger(CString section, CString key) {
+        return ReadInteger(std::move(section), std::move(key), 0);
+    }
     /// Whether the entry was found: `line` is then the whole of its line. Otherwise `line` is the
     /// last line visited, or untouched in an empty document.
     bool FindItem(CString section, CString key, CString& line);
@@ -98,6 +109,7 @@ public:
     void DeleteLines();  ///< Frees every line: the document is empty then.
 
 private:
+    static bool enterSection(const CString& section, IniLineDef*& line);
     bool addEntry(IniLineDef* nextHeader, const CString& text);
     bool addSection(const CString& section, const CString& text);
     IniLineDef* blanksAtEnd();
