@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 // Whether reading could wait for somebody else, or for ever: a pipe, a terminal, a device.
@@ -25,6 +27,20 @@ std::FILE* openStream(const CString& path, const CString& mode) {
     return file;
 }
 
+// What every line is read into: getdelim makes it as large as the longest line, so that no line
+// costs an allocation of its own.
+struct LineBuffer {
+    char* text = nullptr;
+    std::size_t room = 0;
+    ~LineBuffer() { std::free(text); }
+} g_line;
+
+// Removes what adds nothing to a line. Nearly all lines hold neither, which is quickly seen.
+void dropReturnsAndNULs(char* text, std::size_t length) {
+    if (!std::memchr(text, '\r', length) && std::strlen(text) == length) return;
+    *std::remove_if(text, text + length, [](char c) { return c == '\r' || c == '\0'; }) = '\0';
+}
+
 // Characters that come one by one. Its length is known, unlike that of a string, so a text of any
 // length is gathered in linear time.
 class Gatherer {
@@ -33,21 +49,19 @@ public:
         if (m_length == m_room) grow();
         m_text[m_length++] = c;
     }
-    // The text; nothing can be added after.
-    CString take() {
+    const char* text() {
         m_text[m_length] = '\0';
-        m_string.ReleaseBuffer();
-        return std::move(m_string);
+        return m_text;
     }
 
 private:
     void grow() {
-        m_text[m_length] = '\0';
+        text();  // GetBuffer keeps what stands before the NUL
         m_room *= 2;
         m_text = m_string.GetBuffer(m_room);
     }
 
-    unsigned m_length = 0, m_room = 128;
+    unsigned m_length = 0, m_room = 64;
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };
@@ -100,12 +114,14 @@ bool CMyFileIO::CloseFile() {
 bool CMyFileIO::ReadString(CString& line) {
     line.Empty();
     if (!m_bOpen) return false;
-    Gatherer gathered;
-    int c = 0;
-    while (c != '\n' && (c = getc_unlocked(m_pFile)) != EOF)
-        if (c != '\r' && c != '\0') gathered.add(static_cast<char>(c));
-    if (c == EOF) m_bEOF = true;
-    line = gathered.take();
+    const ssize_t length = getdelim(&g_line.text, &g_line.room, '\n', m_pFile);
+    // Neither the end nor a read error: there was no memory for the line.
+    if (length < 0 && !std::feof(m_pFile) && !std::ferror(m_pFile)) CString::OutOfMemory();
+    if (length <= 0 || g_line.text[length - 1] != '\n') m_bEOF = true;
+    if (length > 0) {
+        dropReturnsAndNULs(g_line.text, static_cast<std::size_t>(length));
+        line = g_line.text;
+    }
     return !line.IsEmpty();
 }
 
@@ -182,13 +198,13 @@ bool CMyFileIO::GetFileVersion(CString path, CString& version) {
         complete = inValue;
         inValue = true;
     }
-    version += stamp.take();
+    version += stamp.text();
     return complete;
 }
 
 int CMyFileIO::CompareFileVersion(CString first, CString second) {
     for (CString* version : {&first, &second}) {
-        version->Trim(kBlanks);
+        version->Trim();
         *version = version->Left(version->Find(" "));  // without a blank: -1, all of it
     }
     for (unsigned field = 0; field < 4; ++field) {
@@ -199,6 +215,6 @@ int CMyFileIO::CompareFileVersion(CString first, CString second) {
 }
 
 bool CMyFileIO::IsComment(CString line) {
-    line.Trim(kBlanks);
+    line.Trim();
     return line[0] == ';' || line[0] == '#' || line.StartsWith("//");
 }
