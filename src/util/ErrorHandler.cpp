@@ -43,10 +43,10 @@ void CErrorHandler::ErrorHandler(ErrorCodeDef reaction, ErrorCodeDef kind, const
     char message[512] = "\n";
     if (!detail) detail = "";
     if (kind == ecParse)
-        std::snprintf(message, sizeof message, "\n%s%.511s%s%s", kOpenings[kind], detail,
+        std::snprintf(message, sizeof message, "\n%s%s%s%s", kOpenings[kind], detail,
                       *detail ? "\n\n" : "", kParseClosing);
     else if (isKind(kind))
-        std::snprintf(message, sizeof message, "\n%s%.511s", kOpenings[kind], detail);
+        std::snprintf(message, sizeof message, "\n%s%s", kOpenings[kind], detail);
     std::fprintf(stderr, "\n%s\n", message);
 
     if (reaction == ecAsk) {
