@@ -129,11 +129,11 @@ void printAdapter(const PCIDeviceItem& item, int function) {
     if (item.instance > 1) std::printf("%d", item.instance);
     std::printf("]\n");
     if (item.count > 1) std::printf("Count = %d\n", item.count);
-    printLine("Type", item.adapterType);
-    std::printf("BusN = %d\nDevN = %d\nFunN = %d\n", item.busNumber, item.deviceNumber, function);
+    std::printf("Type = %s\nBusN = %d\nDevN = %d\nFunN = %d\n", item.adapterType.c_str(),
+                item.busNumber, item.deviceNumber, function);
     if (item.onBoard.IsSubstring("TRUE")) printLine("On-Board", item.onBoard);
-    std::printf("SubSysID = %.4hX%.4hX\n", item.subVendorID, item.subDeviceID);
-    std::printf("PCIID = %.4hX%.4hX\n", item.vendorID, item.deviceID);
+    std::printf("SubSysID = %.4hX%.4hX\nPCIID = %.4hX%.4hX\n", item.subVendorID, item.subDeviceID,
+                item.vendorID, item.deviceID);
 }
 
 void printAdapters(CustomPCIDeviceList& inventory) {
