@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <new>
 
 #include "util/ErrorHandler.h"
@@ -25,10 +26,22 @@ std::size_t roomFor(std::size_t length) {
     return ((length >> shift) + 1) << shift;
 }
 
+// A text lies in its block behind one byte, which tells the size of the block to CPool::Free: a
+// number above its small sizes for all others.
+using SizeByte = unsigned char;
+static_assert(CPool::kLargest < std::numeric_limits<SizeByte>::max());
+
 char* allocate(std::size_t length) {
-    void* text = length <= INT_MAX ? CPool::Allocate(roomFor(length)) : nullptr;
-    if (!text) CString::OutOfMemory();
-    return static_cast<char*>(text);
+    const std::size_t size = sizeof(SizeByte) + roomFor(length);
+    auto* block = length <= INT_MAX ? static_cast<SizeByte*>(CPool::Allocate(size)) : nullptr;
+    if (!block) CString::OutOfMemory();
+    *block = static_cast<SizeByte>(std::min(size, CPool::kLargest + 1));
+    return reinterpret_cast<char*>(block + 1);
+}
+
+void deallocate(char* text) {
+    SizeByte* block = reinterpret_cast<SizeByte*>(text) - 1;
+    CPool::Free(block, *block);
 }
 
 // The first occurrence in a text; an empty text occurs nowhere.
@@ -68,7 +81,7 @@ void CString::OutOfMemory() {
 }
 
 void CString::release() {
-    if (buffer != emptyText) CPool::Free(std::exchange(buffer, emptyText));
+    if (buffer != emptyText) deallocate(std::exchange(buffer, emptyText));
 }
 
 // The text becomes head followed by tail, either of which may lie in the buffer. It is not moved

@@ -66,6 +66,26 @@ private:
     char m_end;
 };
 
+// Moves `line`, the first of the document, to the first line of the section: null when its header
+// is the last line. Whether there is such a section; the unnamed one is at the top.
+bool enterSection(const CString& section, CIniFile::IniLineDef*& line) {
+    if (section.IsEmpty()) return true;
+    const Name wanted(section, ']');
+    CIniFile::IniLineDef* header = line;
+    while (header && !wanted.isSectionOf(header->sLine.c_str())) header = header->pNext;
+    line = header ? header->pNext : nullptr;
+    return header != nullptr;
+}
+
+// The first line that is wanted, from `line` to the end of its section; without one, the header
+// that ends the section, or null.
+template <class IsWanted>
+CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
+    while (line && !isHeader(line->sLine.c_str()) && !isWanted(line->sLine.c_str()))
+        line = line->pNext;
+    return line;
+}
+
 // The number of a numbered entry: what its key holds after its last ".", in plain decimal. -1 when
 // the line is no such entry.
 int numberOf(const char* line) {
@@ -85,7 +105,9 @@ void* CIniFile::IniLineDef::operator new(std::size_t size, const std::nothrow_t&
     return CPool::Allocate(size);
 }
 
-void CIniFile::IniLineDef::operator delete(void* record) noexcept { CPool::Free(record); }
+void CIniFile::IniLineDef::operator delete(void* record, std::size_t size) noexcept {
+    CPool::Free(record, size);
+}
 
 // ---------------------------------------------------------------- Life
 
@@ -98,32 +120,15 @@ CIniFile::~CIniFile() {
 
 // ---------------------------------------------------------------- Lookup
 
-// Moves `line`, the first of the document, to the first line of the section, which may be null when
-// its header is the last line. Whether there is such a section; the unnamed one is at the top.
-bool CIniFile::enterSection(const CString& section, IniLineDef*& line) {
-    if (section.IsEmpty()) return true;
-    const Name wanted(section, ']');
-    IniLineDef* header = line;
-    while (header && !wanted.isSectionOf(header->sLine.c_str())) header = header->pNext;
-    line = header ? header->pNext : nullptr;
-    return header != nullptr;
-}
-
 bool CIniFile::FindItem(CString section, CString key, CString& line) {
     if (!m_pFirstLine) return false;
     const Name wanted(key, '=');
     IniLineDef* p = m_pFirstLine;
-    bool found = false;
-    if (enterSection(section, p)) {
-        while (p && !isHeader(p->sLine.c_str())) {
-            found = wanted.isKeyOf(p->sLine.c_str()) && !isComment(p->sLine.c_str());
-            if (found) break;
-            p = p->pNext;
-        }
-    }
+    if (enterSection(section, p))
+        p = findLine(p, [&](const char* text) { return wanted.isKeyOf(text) && !isComment(text); });
     // Only the last visited line is copied, not each of them.
     line = p ? p->sLine : m_pFirstLine->pPrev->sLine;
-    return found;
+    return p && !isHeader(p->sLine.c_str());
 }
 
 CString CIniFile::ReadString(CString section, CString key, CString fallback) {
@@ -179,24 +184,24 @@ bool CIniFile::WriteInteger(CString section, CString key, int value) {
 
 bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowDuplicate,
                        bool bFlush) {
-    const Name wanted(key, '=');
     const bool isBare = key.IsEmpty();
     const CString text = isBare ? value : key + " = " + value;
-
     IniLineDef* line = m_pFirstLine;
     const bool inSection = enterSection(section, line);
-    bool done = false;
-    for (; line && !done && !isHeader(line->sLine.c_str()); line = line->pNext) {
-        if (!isBare && wanted.isKeyOf(line->sLine.c_str())) {
-            line->sLine = text;
-            line->sLine.Trim();
-            done = true;
-        } else if (isBare && !bAllowDuplicate && !line->sLine.IsEmpty() && line->sLine == value) {
-            return false;
-        }
+    const Name wanted(key, '=');
+    const bool isRefused = isBare && !bAllowDuplicate && !value.IsEmpty();
+    if (inSection)
+        line = isBare ? findLine(line, [&](const char* bare) { return isRefused && value == bare; })
+                      : findLine(line, [&](const char* entry) { return wanted.isKeyOf(entry); });
+
+    const bool isFound = line && !isHeader(line->sLine.c_str());
+    if (isFound && isBare) return false;  // the section holds this line already
+    if (isFound) {
+        line->sLine = text;
+        line->sLine.Trim();
+    } else if (!(inSection ? addEntry(line, text) : addSection(section, text))) {
+        return false;
     }
-    if (!done) done = inSection ? addEntry(line, text) : addSection(section, text);
-    if (!done) return false;
     m_bModified = true;
     if (bFlush) Flush();
     return true;

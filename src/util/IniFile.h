@@ -36,7 +36,7 @@ public:
 
         /// Records come from the pool. Null when memory runs out.
         static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-        static void operator delete(void* record) noexcept;
+        static void operator delete(void* record, std::size_t size) noexcept;
     };
 
     explicit CIniFile(CString path);  ///< Loads the file; a missing one gives an empty document.
@@ -109,7 +109,6 @@ public:
     void DeleteLines();  ///< Frees every line: the document is empty then.
 
 private:
-    static bool enterSection(const CString& section, IniLineDef*& line);
     bool addEntry(IniLineDef* nextHeader, const CString& text);
     bool addSection(const CString& section, const CString& text);
     IniLineDef* blanksAtEnd();

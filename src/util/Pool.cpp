@@ -13,70 +13,61 @@ constexpr bool kPooled = !__has_feature(address_sanitizer);
 constexpr bool kPooled = true;
 #endif
 
-// A block as it lies in memory. The taker's bytes begin where a free block has its link.
-struct Block {
-    std::size_t units;  // its size; 0: a large one
-    Block* nextFree;
+// What a block holds while nobody has it. Sizes are counted in these.
+struct FreeBlock {
+    FreeBlock* next;
 };
-constexpr std::size_t kHeader = offsetof(Block, nextFree);
-constexpr std::size_t kUnit = sizeof(Block);
+constexpr std::size_t kUnit = sizeof(FreeBlock);
 
-// Small blocks are cut from chunks, in the order in which they are taken: what is read together
-// lies together.
+// Small blocks are cut from chunks, in the order in which they are taken.
 struct Chunk {
     Chunk* next;
-    Block units[2000];
+    FreeBlock units[4000];
 };
 Chunk* g_chunks = nullptr;
 std::size_t g_unitsLeft = 0;  // at the end of the first chunk
 
-Block* g_free[8];  // by size in units
+FreeBlock* g_free[CPool::kLargest / kUnit + 1];  // by size in units
 std::size_t g_blocksInUse = 0;
 
-Block* cut(std::size_t units) {
+bool isSmall(std::size_t size) { return kPooled && size <= CPool::kLargest; }
+
+std::size_t unitsOf(std::size_t size) { return (size + kUnit - 1) / kUnit; }
+
+FreeBlock* cut(std::size_t units) {
     if (g_unitsLeft < units) {
         Chunk* chunk = static_cast<Chunk*>(std::malloc(sizeof(Chunk)));
         if (!chunk) return nullptr;
         chunk->next = std::exchange(g_chunks, chunk);
         g_unitsLeft = std::size(chunk->units);
     }
-    Block* block = std::end(g_chunks->units) - g_unitsLeft;
+    FreeBlock* block = std::end(g_chunks->units) - g_unitsLeft;
     g_unitsLeft -= units;
     return block;
 }
 
-Block* takeSmall(std::size_t units) {
-    Block* block = g_free[units];
-    if (block)
-        g_free[units] = block->nextFree;
-    else if (!(block = cut(units)))
-        return nullptr;
-    ++g_blocksInUse;
-    return block;
-}
-
-void giveSmall(Block* block) {
-    block->nextFree = std::exchange(g_free[block->units], block);
-    if (--g_blocksInUse != 0) return;
-    for (Block*& list : g_free) list = nullptr;
+void freeChunks() {
+    for (FreeBlock*& list : g_free) list = nullptr;
     while (g_chunks) std::free(std::exchange(g_chunks, g_chunks->next));
     g_unitsLeft = 0;
 }
 }  // namespace
 
 void* CPool::Allocate(std::size_t size) noexcept {
-    const std::size_t units = (size + kHeader - 1) / kUnit + 1;
-    const bool isSmall = kPooled && units < std::size(g_free);
-    Block* block = isSmall ? takeSmall(units) : static_cast<Block*>(std::malloc(kHeader + size));
-    if (!block) return nullptr;
-    block->units = isSmall ? units : 0;
-    return reinterpret_cast<char*>(block) + kHeader;
+    if (!isSmall(size)) return std::malloc(size);
+    FreeBlock*& list = g_free[unitsOf(size)];
+    FreeBlock* block = list;
+    if (block)
+        list = block->next;
+    else
+        block = cut(unitsOf(size));
+    if (block) ++g_blocksInUse;
+    return block;
 }
 
-void CPool::Free(void* block) noexcept {
-    Block* taken = reinterpret_cast<Block*>(static_cast<char*>(block) - kHeader);
-    if (taken->units == 0)
-        std::free(taken);
-    else
-        giveSmall(taken);
+void CPool::Free(void* block, std::size_t size) noexcept {
+    if (!isSmall(size)) return std::free(block);
+    FreeBlock* freed = static_cast<FreeBlock*>(block);
+    freed->next = std::exchange(g_free[unitsOf(size)], freed);
+    if (--g_blocksInUse == 0) freeChunks();
 }

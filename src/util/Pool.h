@@ -4,15 +4,18 @@
 
 /// The memory of what a document has by the thousand: its line records and their short texts.
 ///
-/// Blocks are taken and given back as with malloc and free, at a tenth of the cost: a block that
-/// was given back is the next one of its size to be taken. The memory behind them goes back to the
-/// system when the last small block does. Large blocks are malloc's. Builds with an address
-/// sanitizer leave all of them to it.
+/// Small blocks are taken and given back at a tenth of the cost of malloc and free, and without a
+/// byte around them: what is read together lies together. A block that was given back is the next
+/// one of its size to be taken. The memory behind them goes back to the system when the last small
+/// block does. Larger blocks are malloc's, as are all in builds with an address sanitizer.
 class CPool {
 public:
     CPool() = delete;
 
-    /// A block of at least `size` bytes, aligned for pointers; null when memory runs out.
+    static constexpr std::size_t kLargest = 128;  ///< The size of the largest small block.
+
+    /// A block of `size` bytes, 1 or more, aligned for pointers; null when memory runs out.
     static void* Allocate(std::size_t size) noexcept;
-    static void Free(void* block) noexcept;
+    /// Gives a block back. `size` is the one it was taken with, or any above kLargest for any such.
+    static void Free(void* block, std::size_t size) noexcept;
 };
