@@ -70,6 +70,11 @@ std::uint64_t lowBits(const CString& number, unsigned base) {
     return negative ? -bits : bits;
 }
 
+// Whether an entry may be one that the detection file does not hold.
+bool readsAsMissing(const PCIDevice& device) {
+    return device.vendorID == 0 && device.deviceID == 0;
+}
+
 // Whether a "bus,device" position is where this device sits. A missing part reads as 0.
 bool isPositionOf(const PCIDevice& device, CString position) {
     CString parts[2];
@@ -151,11 +156,20 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     return item;
 }
 
-// Moves on to the next entry of which the file holds anything; without one, past all entries. A
-// total says how many entries there shall be, not how many are there: it may be absurd.
-void CustomPCIDeviceList::skipMissingEntries() {
-    const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
-    nextDeviceIndex = next < 0 ? INT_MAX : next;
+// A total says how many entries there shall be, not how many the file holds: it may be absurd. What
+// the file does not hold reads as zeros, so one missing entry tells of them all. Nameless ones are
+// passed over, up to the next entry of which the file holds anything. Named ones will all be
+// listed: that there is no memory for so many is better known before than after an hour.
+void CustomPCIDeviceList::foreseeMissingEntries(bool areNamed) {
+    if (areNamed) {
+        const int left = inputFile->ReadInteger(kEntrySection, kTotalKey) - nextDeviceIndex;
+        void* trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
+        if (!trial && left != 0) CString::OutOfMemory();
+        std::free(trial);
+    } else {
+        const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
+        nextDeviceIndex = next < 0 ? INT_MAX : next;
+    }
 }
 
 // ---------------------------------------------------------------- Naming
@@ -169,13 +183,16 @@ CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) co
 bool CustomPCIDeviceList::getNamedAdapters() {
     CIniFile map(mapFileLocation);
     PCIDeviceItem** end = endOfList();
+    bool foreseen = false;
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
-        if (item->adapterName.IsEmpty()) {
-            // As nameless as this one are all entries that the file does not hold: they read as 0.
-            const bool readsAsMissing = item->vendorID == 0 && item->deviceID == 0;
+        const bool isNamed = !item->adapterName.IsEmpty();
+        if (readsAsMissing(*item) && !foreseen) {
+            foreseeMissingEntries(isNamed);
+            foreseen = isNamed;
+        }
+        if (!isNamed) {
             delete item;
-            if (readsAsMissing && inputFile) skipMissingEntries();
             continue;
         }
         item->adapterType = map.ReadString(item->adapterName, kTypeKey);

@@ -75,7 +75,7 @@ public:
 
 private:
     CString readEntry(const char* key, const CString& suffix);
-    void skipMissingEntries();
+    void foreseeMissingEntries(bool areNamed);
     CString* groupOf(const CString& adapterType);
     void listSystemAdapter(CIniFile& map, const char* name);
 
