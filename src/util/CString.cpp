@@ -1,5 +1,7 @@
 #include "util/CString.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cctype>
 #include <climits>
@@ -9,6 +11,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "util/ErrorHandler.h"
 #include "util/Pool.h"
@@ -64,6 +67,12 @@ struct AnyOf {
     bool operator()(char c) const { return c != '\0' && std::strchr(set, c); }
 };
 
+// What ends the directory of a path: the last "/", or without one the first ":".
+const char* directoryEnd(const char* path) {
+    const char* slash = std::strrchr(path, '/');
+    return slash ? slash : std::strchr(path, ':');
+}
+
 char folded(char c, int (*fold)(int)) {
     return static_cast<char>(fold(static_cast<unsigned char>(c)));
 }
@@ -84,30 +93,30 @@ void CString::release() {
     if (buffer != emptyText) deallocate(std::exchange(buffer, emptyText));
 }
 
-// The text becomes head followed by tail, either of which may lie in the buffer. It is not moved
-// where it fits and the head is in place already: appending, trimming and cutting allocate nothing
-// then.
-void CString::store(const char* head, std::size_t headLength, const char* tail,
-                    std::size_t tailLength) {
-    const std::size_t length = headLength + tailLength;
-    if (length == 0) {
-        release();
-    } else if (buffer != emptyText && length < roomFor(std::strlen(buffer)) &&
-               (headLength == 0 || head == buffer)) {
-        std::memmove(buffer + headLength, tail, tailLength);
+// The text becomes its own first `kept` characters followed by tail, which may lie in the buffer.
+// Where the result fits nothing is allocated: so do appending, trimming and cutting.
+void CString::store(std::size_t kept, const char* tail, std::size_t tailLength) {
+    const std::size_t length = kept + tailLength;
+    if (length == 0) return release();
+    if (buffer != emptyText && length < roomFor(std::strlen(buffer))) {
+        std::memmove(buffer + kept, tail, tailLength);
         buffer[length] = '\0';
-    } else {
-        char* text = allocate(length);
-        if (headLength != 0) std::memcpy(text, head, headLength);
-        std::memcpy(text + headLength, tail, tailLength);
-        text[length] = '\0';
-        release();  // not before this: head and tail may lie in it
-        buffer = text;
+        return;
     }
+    char* text = allocate(length);
+    if (kept != 0) std::memcpy(text, buffer, kept);
+    std::memcpy(text + kept, tail, tailLength);
+    text[length] = '\0';
+    adopt(text);  // not before this: tail may lie in the old buffer
+}
+
+void CString::adopt(char* text) {
+    release();
+    buffer = text;
 }
 
 CString CString::copyOf(const char* text, std::size_t length) {
-    g_sBuffer.store("", 0, text, length);
+    g_sBuffer.store(0, text, length);
     return g_sBuffer;
 }
 
@@ -119,16 +128,13 @@ CString::CString(char c, unsigned n) : CString() { RepeatChar(c, n); }
 
 void CString::operator=(const char* text) {
     if (!text) text = "";
-    if (lockedLength == 0) store("", 0, text, std::strlen(text));
+    if (lockedLength == 0) store(0, text, std::strlen(text));
 }
 
-void CString::operator=(char c) {
-    const char text[] = {c, '\0'};
-    *this = text;
-}
+void CString::operator=(char c) { RepeatChar(c, 1); }
 
 void CString::operator+=(const char* text) {
-    if (lockedLength == 0 && text) store(buffer, std::strlen(buffer), text, std::strlen(text));
+    if (lockedLength == 0 && text) store(std::strlen(buffer), text, std::strlen(text));
 }
 
 void CString::operator+=(char c) {
@@ -158,8 +164,7 @@ char* CString::RepeatChar(char c, unsigned n) {
     char* text = allocate(n);
     std::memset(text, c, n);
     text[n] = '\0';
-    release();
-    buffer = text;
+    adopt(text);
     return buffer;
 }
 
@@ -209,7 +214,7 @@ void CString::ToString(double number) { format("%g", number); }
 
 void CString::Converter(char* text, int n) {
     if (n < 1 || !text) return Empty();
-    if (lockedLength == 0) store("", 0, text, strnlen(text, static_cast<std::size_t>(n)));
+    if (lockedLength == 0) store(0, text, strnlen(text, static_cast<std::size_t>(n)));
     delete[] text;
 }
 
@@ -232,8 +237,7 @@ char* CString::GetBuffer(unsigned n) {
     const std::size_t kept = strnlen(buffer, n);
     std::memcpy(text, buffer, kept);
     text[kept] = '\0';
-    release();
-    buffer = text;
+    adopt(text);
     lockedLength = n;
     return buffer;
 }
@@ -242,7 +246,7 @@ bool CString::ReleaseBuffer() {
     if (lockedLength != 0) buffer[lockedLength] = '\0';  // in case the caller filled all of it
     BufferRelease();
     lockedLength = 0;
-    CString text = buffer;
+    CString text = buffer;  // one that fits: the buffer handed out may be far larger
     std::swap(buffer, text.buffer);
     return true;
 }
@@ -360,7 +364,7 @@ bool CString::RemoveSubstring(CString sub) {
     const char* found = lockedLength == 0 ? findFirst(buffer, sub.buffer) : nullptr;
     if (!found) return false;
     const char* rest = found + sub.GetLength();
-    store(buffer, lengthOf(buffer, found), rest, std::strlen(rest));
+    store(lengthOf(buffer, found), rest, std::strlen(rest));
     return true;
 }
 
@@ -385,7 +389,7 @@ CString CString::StrTok(CString sep) {
 
 CString CString::StrTok() {
     BufferInit();
-    *tokenWork = std::move(*tokenRest);
+    *tokenWork = *tokenRest;
     tokenRest->Empty();
     return StrTokIt();
 }
@@ -416,11 +420,14 @@ unsigned CString::GetNumberTokens(CString sep) const {
 }
 
 CString CString::GetToken(unsigned n, CString sep) const {
-    CString text = *this;
-    text.Trim();
-    const int before = n == 0 ? 0 : text.Find(sep, n);
-    if (sep.IsEmpty() || before < 0) return "";
-    const CString rest = text.Mid(n == 0 ? 0 : before + static_cast<int>(sep.GetLength()), 0);
+    if (sep.IsEmpty()) return "";
+    CString rest = *this;
+    rest.Trim();
+    if (n != 0) {
+        const int before = rest.Find(sep, n);
+        if (before < 0) return "";
+        rest = rest.Mid(before + static_cast<int>(sep.GetLength()), 0);
+    }
     return rest.Left(rest.Find(sep));  // no further separator: -1, all of it
 }
 
@@ -429,16 +436,15 @@ int CString::FindToken(CString token, CString sep) const {
     CString text = *this;
     text.Trim();
     if (text.IsEmpty()) return -1;
-
-    const char* start = text.buffer;
-    const auto position = [&] { return static_cast<int>(start - text.buffer); };
-    const std::size_t wanted = token.GetLength();
-    while (const char* end = findFirst(start, sep.buffer)) {
-        if (lengthOf(start, end) == wanted && std::memcmp(start, token.buffer, wanted) == 0)
-            return position();
+    for (const char* start = text.buffer;;) {
+        const char* end = findFirst(start, sep.buffer);
+        const std::size_t length = end ? lengthOf(start, end) : std::strlen(start);
+        const bool isEqual =
+            length == token.GetLength() && std::memcmp(start, token.buffer, length) == 0;
+        if (isEqual) return static_cast<int>(start - text.buffer);
+        if (!end) return -1;
         start = end + sep.GetLength();
     }
-    return token == start ? position() : -1;
 }
 
 void CString::AddToken(CString token, CString sep) {
@@ -507,8 +513,7 @@ CString CString::Lower() const { return CString(*this).ToLower(); }
 // ---------------------------------------------------------------- Paths
 
 CString CString::GetPath() const {
-    const char* end = std::strrchr(buffer, '/');
-    if (!end) end = std::strchr(buffer, ':');
+    const char* end = directoryEnd(buffer);
     return copyOf(buffer, end ? lengthOf(buffer, end) : 0);
 }
 
@@ -518,8 +523,7 @@ CString CString::GetPath(CString path) {
 }
 
 CString CString::GetName() const {
-    const char* end = std::strrchr(buffer, '/');
-    if (!end) end = std::strchr(buffer, ':');
+    const char* end = directoryEnd(buffer);
     return end ? end + 1 : buffer;
 }
 
@@ -570,7 +574,7 @@ const char* CString::AddPath(CString part) {
     return buffer;
 }
 
-CString CString::GetAbsolutePath() const { return copyOf(buffer, std::strlen(buffer)); }
+CString CString::GetAbsolutePath() const { return *this; }
 
 bool CString::CopyString(char** dest, const char* src) { return CopyString(dest, CString(src)); }
 

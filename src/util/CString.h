@@ -4,8 +4,7 @@
 #include <iosfwd>
 #include <utility>
 
-/// The characters that Trim removes in every caller, and that the token operations trim.
-/// Carriage return is not one of them.
+/// The characters that Trim() and the token operations remove. Carriage return is not one of them.
 inline constexpr char kBlanks[] = " \t\n";
 constexpr bool isBlank(char c) { return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2]; }
 
@@ -34,9 +33,8 @@ public:
 
     CString() { Initialize(); }
     CString(const CString& other) : CString(other.buffer) {}  ///< Copies the text only.
-    CString(CString&& other) noexcept : CString() {
-        *this = std::move(other);
-    }                             ///< Takes the text.
+    /// Takes the text, which leaves `other` empty; copies the text of a locked one.
+    CString(CString&& other) noexcept : CString() { *this = std::move(other); }
     CString(const char* text);    ///< Null gives the empty string.
     CString(char c, unsigned n);  ///< `n` copies of `c`.
     /// The decimal text of the number, as ToString makes it. A lone char counts as a number here.
@@ -79,7 +77,7 @@ public:
     friend CString operator+(Operand left, Operand right);
     friend CString operator+(Operand left, char right);
     friend CString operator+(char left, Operand right);
-    char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`.
+    char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`; its text.
     void Empty() {
         if (lockedLength == 0) release();
     }
@@ -186,8 +184,8 @@ public:
     CString Left(int n) const;  ///< The first `n` characters; a negative `n` gives the whole text.
     /// At most `count` characters from `start` on (a negative one is 0); count = 0: to the end.
     CString Mid(int start, unsigned count) const;
-    CString Right(unsigned n) const;  ///< The last `n` characters.
-    CString Substring(unsigned start, unsigned count) const;
+    CString Right(unsigned n) const;                          ///< The last `n` characters.
+    CString Substring(unsigned start, unsigned count) const;  ///< Mid; a start above INT_MAX is 0.
     bool RemoveSubstring(CString sub);  ///< Removes the first occurrence; whether there was one.
     void operator-=(const CString& sub) { RemoveSubstring(sub); }
     void operator-=(const char* sub) { RemoveSubstring(sub); }
@@ -218,7 +216,8 @@ public:
     /// stay out of order, since InsertToken does not tell them apart.
     void SortTokens(CString sep);
     /// Fills out[0] to out[k - 1] with the first tokens, blank-trimmed, and returns k: the number
-    /// of tokens, but at most `max`. The other elements are left alone. Ends a running walk.
+    /// of tokens, but at most `max`. The other elements are left alone. It is a walk itself:
+    /// StrTok() goes on behind the last token parsed.
     unsigned ParseTokens(CString* out, unsigned max, CString sep);
 
     // --- Case, of ASCII letters only. While locked, the forms that change the text return "". ---
@@ -258,7 +257,8 @@ private:
     static int order(Operand a, Operand b);
     static CString copyOf(const char* text, std::size_t length);
     void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
-    void store(const char* head, std::size_t headLength, const char* tail, std::size_t tailLength);
+    void store(std::size_t kept, const char* tail, std::size_t tailLength);
+    void adopt(char* text);
     template <class IsInSet>
     const char* trim(IsInSet isInSet, bool left, bool right);
     void divide(const CString& sep, bool keepSeparator);
