@@ -6,29 +6,31 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "util/ErrorHandler.h"
 
 namespace {
-// The words of an error number; nothing for one without words of its own.
+struct ErrorWords {
+    int error;
+    const char* words;
+};
+constexpr ErrorWords kErrorWords[] = {
+    {ENOENT, "Path or file name not found."},
+    {E2BIG, "Arg list too long."},
+    {ENOEXEC, "Exec format error."},
+    {ENOMEM, "Not enough memory."},
+    {EINVAL, "Invalid argument."},
+    {CExec::kNoInterpreter, "Command interpreter not found.\n\nCOMSPEC = "},
+};
+
+// Nothing for an error without words of its own.
 CString wordsFor(int error) {
-    switch (error) {
-        case ENOENT:
-            return "Path or file name not found.";
-        case E2BIG:
-            return "Arg list too long.";
-        case ENOEXEC:
-            return "Exec format error.";
-        case ENOMEM:
-            return "Not enough memory.";
-        case EINVAL:
-            return "Invalid argument.";
-        case CExec::kNoInterpreter:
-            return CString("Command interpreter not found.\n\n") +
-                   "COMSPEC = " + std::getenv("COMSPEC");
-        default:
-            return "";
-    }
+    CString words;
+    for (const ErrorWords& row : kErrorWords)
+        if (row.error == error) words = row.words;
+    if (error == CExec::kNoInterpreter) words += std::getenv("COMSPEC");
+    return words;
 }
 
 // Fills the argument vector, which has room for every word of the line and a null entry, with
@@ -41,7 +43,10 @@ CString splitCommand(CString line, char** arguments) {
         CString word = next;
         word.Trim();
         if (word.IsEmpty()) continue;
-        if (program.IsEmpty()) program = std::exchange(word, word.GetName());
+        if (program.IsEmpty()) {
+            program = word;
+            word = word.GetName();
+        }
         *arguments++ = word.GetCharString();
     }
     // A line of blanks still has a program, of an empty name.
@@ -50,10 +55,7 @@ CString splitCommand(CString line, char** arguments) {
 }
 }  // namespace
 
-CExec::CExec(CString command) {
-    Initialize();
-    m_sCommand = command;
-}
+CExec::CExec(CString command) : m_sCommand(std::move(command)) {}
 
 void CExec::Initialize() {
     m_sCommand.Empty();
@@ -76,7 +78,7 @@ bool CExec::Run() {
 }
 
 bool CExec::Run(CString command) {
-    m_sCommand = command;
+    m_sCommand = std::move(command);
     return Run();
 }
 
@@ -97,11 +99,11 @@ bool CExec::Execute() {
 }
 
 bool CExec::Execute(CString command) {
-    m_sCommand = command;
+    m_sCommand = std::move(command);
     return Execute();
 }
 
-int CExec::DisplayLastError() {
+int CExec::DisplayLastError() const {
     static constexpr const char* kOpenings[] = {"", "System call failed.  Unable to run ",
                                                 "Exec call failed.  Unable to run "};
     const CString message =

@@ -11,8 +11,8 @@
 ///     if (!exec.Run()) exec.DisplayLastError();
 class CExec {
 public:
-    CExec() { Initialize(); }
-    CExec(CString command);
+    CExec() = default;
+    explicit CExec(CString command);
 
     void Initialize();  ///< No command, no error, nothing run: as new.
 
@@ -23,23 +23,24 @@ public:
     bool Run(CString command);  ///< Stores the command first.
 
     /// Replaces the process by the command's program, so it returns only on failure, with false.
-    /// The command is split at blanks, without quoting; the first word is looked for as typed,
-    /// through PATH when it holds no "/", and its GetName() becomes argument 0. An empty command is
-    /// false, and leaves the last error alone.
+    /// The command is split at spaces, without quoting, and each word trimmed of kBlanks; the first
+    /// word is looked for as typed, through PATH when it holds no "/", and its GetName() becomes
+    /// argument 0. An empty command, and no memory for the arguments, is false and leaves the last
+    /// error alone.
     bool Execute();
     bool Execute(CString command);  ///< Stores the command first.
 
     /// The errno of the last failure, or kNoInterpreter; 0 when there was none.
     int GetLastError() const { return m_nLastError; }
     /// Reports the last failure on standard error, changes nothing, and returns the last error.
-    int DisplayLastError();
+    int DisplayLastError() const;
 
     static constexpr int kNoInterpreter = 999;  ///< There is no command interpreter.
 
 private:
     enum Mode { kNone = 0, kRun = 1, kExecute = 2 };  // the last operation tried
 
-    int m_nLastError;
-    int m_nMode;
+    int m_nLastError = 0;
+    Mode m_nMode = kNone;
     CString m_sCommand;
 };
