@@ -1,6 +1,7 @@
 #include "util/CLParams.h"
 
 #include <new>
+#include <utility>
 
 namespace {
 // Names and arguments are compared folded; they are never stored so.
@@ -24,8 +25,7 @@ bool isNamed(const CCLParams::CLParamDef& entry, const CString& argument, bool b
 }
 
 bool isKnown(CCLParams::CLParamModes mode) {
-    return mode == CCLParams::CLSwitch || mode == CCLParams::CLParam ||
-           mode == CCLParams::CLPathParam;
+    return mode >= CCLParams::CLSwitch && mode <= CCLParams::CLPathParam;
 }
 
 // What follows the name in the argument.
@@ -34,6 +34,7 @@ CString restOf(int index, int argc, const char* const* argv, const CString& name
     return argument.Substring(name.GetLength(), 0);
 }
 
+// An argument of one blank stands for the blank that joins it.
 void appendArgument(CString& value, const CString& argument) {
     value += " ";
     if (argument != " ") value += argument;
@@ -45,7 +46,7 @@ void appendArgument(CString& value, const CString& argument) {
 bool CCLParams::Add(CString name, CLParamModes mode, bool bRequired) {
     CLParamDef* entry = MakeNewNode();
     if (!entry) return false;
-    entry->sName = name;
+    entry->sName = std::move(name);
     entry->eMode = mode;
     entry->bRequired = bRequired;
     return true;

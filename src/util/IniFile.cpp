@@ -4,7 +4,6 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "util/ErrorHandler.h"
 #include "util/MyFileIO.h"
@@ -37,8 +36,9 @@ public:
           m_end(end) {}
 
     bool isSectionOf(const char* line) const {
-        if (!isHeader(line++)) return false;
-        while (isBlank(*line)) ++line;
+        if (!isHeader(line)) return false;
+        do ++line;
+        while (isBlank(*line));
         const char* rest = match(line);
         return rest && (*rest == m_end || *rest == '\0');
     }

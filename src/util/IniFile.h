@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 
 #include "util/CString.h"
 
@@ -94,13 +95,14 @@ public:
 
     // --- The list of lines ---
 
-    /// Appends the lines of a file. Whether it was read to its end; called by the constructor.
+    /// Appends the lines of a file, as the constructor does. Whether it could be opened, and memory
+    /// held for its lines; a read error counts as the end of the file.
     bool ReadIniFile(CString path);
     /// Appends one line, trimmed. When memory for it runs out, says so on standard error and
     /// returns false.
     bool AddLine(CString text);
     /// Inserts one line, trimmed, before another; appends with AddLine when `before` is null. False
-    /// when memory for it runs out.
+    /// when memory for it runs out, or `before` is not linked in.
     bool InsertLine(IniLineDef* before, CString text);
     /// A new line outside the list, trimmed, owned by the caller; null when memory runs out.
     IniLineDef* MakeNewLine(CString text);

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 // Whether reading could wait for somebody else, or for ever: a pipe, a terminal, a device.
@@ -84,19 +85,19 @@ bool CMyFileIO::Open(CString mode) {
 
 bool CMyFileIO::OpenFile(CString name, CString mode) {
     if (m_bTemporary) CloseFile();  // before its name is lost, by which it is deleted
-    m_sFileName = name;
+    m_sFileName = std::move(name);
     return Open(mode);
 }
 
 bool CMyFileIO::OpenTempFile(CString dir) {
     CloseFile();
-    dir.AddPath("XXXXXX");
-    const int descriptor = mkstemp(dir.GetBuffer());
-    m_sFileName = dir;
+    m_sFileName = std::move(dir);
+    m_sFileName.AddPath("XXXXXX");
+    const int descriptor = mkstemp(m_sFileName.GetBuffer());
     if (descriptor < 0) return false;
     close(descriptor);
-    m_bTemporary = OpenFile(dir, "w+");
-    if (!m_bTemporary) DeleteFile(dir);
+    m_bTemporary = Open("w+");
+    if (!m_bTemporary) DeleteFile();
     return m_bTemporary;
 }
 
@@ -140,7 +141,7 @@ bool CMyFileIO::WriteStringNL(CString text) { return WriteString(text) && WriteS
 
 // ---------------------------------------------------------------- Files by name
 
-bool CMyFileIO::Exists(CString name) { return CMyFileIO(name).Open(); }
+bool CMyFileIO::Exists(CString name) { return CMyFileIO(std::move(name)).Open(); }
 
 bool CMyFileIO::DeleteFile() {
     CloseFile();
@@ -176,14 +177,15 @@ bool CMyFileIO::GetFiles(CString dir, CString& list) { return GetSubdirectories(
 // ---------------------------------------------------------------- Versions and comments
 
 bool CMyFileIO::GetFileVersion(CString path, CString& version) {
-    // "FileVersion" in UTF-16, little-endian. The last letter is not compared.
+    // First comes the pattern, then the rest of the key, then the value; three zeros end the last
+    // two. The pattern is "FileVersion" in UTF-16, little-endian. The last letter is not compared.
     static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
     constexpr unsigned kPatternLength = sizeof kPattern;  // with the 0 that follows the "o"
-    constexpr unsigned kEndLength = 3;                    // zeros that end the key, then the value
+    constexpr unsigned kEndLength = 3;
 
     CMyFileIO file(path);
     if (!file.Open("rb")) return false;
-    Gatherer stamp;
+    Gatherer value;
     unsigned matched = 0, zeros = 0;
     bool inValue = false, complete = false;
     for (int c; !complete && (c = getc_unlocked(file.m_pFile)) != EOF;) {
@@ -191,14 +193,14 @@ bool CMyFileIO::GetFileVersion(CString path, CString& version) {
             matched = c == kPattern[matched] ? matched + 1 : 0;
             continue;
         }
-        if (c != 0 && inValue) stamp.add(static_cast<char>(c));
+        if (c != 0 && inValue) value.add(static_cast<char>(c));
         zeros = c == 0 ? zeros + 1 : 0;
         if (zeros < kEndLength) continue;
         zeros = 0;
         complete = inValue;
         inValue = true;
     }
-    version += stamp.text();
+    version += value.text();
     return complete;
 }
 

@@ -18,8 +18,8 @@
 ///         while (file.ReadString(line)) show(line);  // each line with its line feed
 class CMyFileIO {
 public:
-    CMyFileIO() = default;    ///< No name; nothing is opened.
-    CMyFileIO(CString name);  ///< Nothing is opened yet.
+    CMyFileIO() = default;             ///< No name; nothing is opened.
+    explicit CMyFileIO(CString name);  ///< Nothing is opened yet.
     virtual ~CMyFileIO() { CloseFile(); }
     CMyFileIO(const CMyFileIO&) = delete;
     CMyFileIO& operator=(const CMyFileIO&) = delete;
