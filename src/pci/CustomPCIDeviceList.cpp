@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
+#include "util/IniFile.h"
 #include "util/MyFileIO.h"
 
 namespace {
@@ -52,9 +54,9 @@ unsigned digitValue(char c) {
     return lower >= 'a' && lower <= 'z' ? static_cast<unsigned>(lower - 'a' + 10) : 36;
 }
 
-// The low 64 bits of the number that a text begins with, read as strtoull reads it. That one gives
+// The low 32 bits of the number that a text begins with, read as strtoul reads it. That one gives
 // its limit for a wider number; an entry keeps the low bits of what is written, however wide.
-std::uint64_t lowBits(const CString& number, unsigned base) {
+std::uint32_t lowBits(const CString& number, unsigned base) {
     const char* p = number.c_str();
     while (std::isspace(static_cast<unsigned char>(*p))) ++p;
     const bool negative = *p == '-';
@@ -65,7 +67,7 @@ std::uint64_t lowBits(const CString& number, unsigned base) {
         p += 2;
     }
     if (base == 0) base = *p == '0' ? 8 : 10;
-    std::uint64_t bits = 0;
+    std::uint32_t bits = 0;
     for (; digitValue(*p) < base; ++p) bits = bits * base + digitValue(*p);
     return negative ? -bits : bits;
 }
@@ -89,6 +91,8 @@ bool isListed(const PCIDevice& device, CString positions) {
     return std::any_of(listed, listed + total,
                        [&](const CString& position) { return isPositionOf(device, position); });
 }
+
+void addName(CString& names, const CString& name) { names.AddToken(name, ","); }
 }  // namespace
 
 // ---------------------------------------------------------------- Life and set-up
@@ -104,9 +108,9 @@ CString CustomPCIDeviceList::getCDPathName(CString fileName) {
     return CString(std::getenv(kCDRootVariable)) + kCDDirectory + fileName;
 }
 
-void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = path; }
+void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = std::move(path); }
 
-void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = keyword; }
+void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = std::move(keyword); }
 
 void CustomPCIDeviceList::setInputFile(CString path) {
     if (inputFile) return;
@@ -115,23 +119,19 @@ void CustomPCIDeviceList::setInputFile(CString path) {
 }
 
 bool CustomPCIDeviceList::initialize(int flags) {
-    if (flags & INIT_FROM_INPUT_FILE) {
-        flags &= ~INIT_FROM_INPUT_FILE;
-        readFromInputFile = true;
-    }
-    if (flags == 0) return scanPCIBusAndCreateList();
+    if (flags & INIT_FROM_INPUT_FILE) readFromInputFile = true;
+    if ((flags & ~INIT_FROM_INPUT_FILE) == 0) return scanPCIBusAndCreateList();
 
-    bool ok = true;
-    if (flags & INIT_NAME_ADAPTERS) ok = getNamedAdapters();
-    if (ok && flags & INIT_LABEL_ONBOARD) {
+    if (flags & INIT_NAME_ADAPTERS) getNamedAdapters();
+    if (flags & INIT_LABEL_ONBOARD) {
         if (!head) return false;
-        ok = labelOnBoardAdapters();
+        labelOnBoardAdapters();
     }
-    if (ok && flags & INIT_COUNT_DUPLICATES) {
+    if (flags & INIT_COUNT_DUPLICATES) {
         if (!head) scanPCIBusAndCreateList();
-        ok = countDuplicateAdapters();
+        countDuplicateAdapters();
     }
-    return ok;
+    return true;
 }
 
 // ---------------------------------------------------------------- The detection file
@@ -151,25 +151,28 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     for (const EntryNumber& number : kEntryNumbers)
         item->*number.field =
             static_cast<std::uint16_t>(lowBits(readEntry(number.key, suffix), number.base));
-    item->classCode = static_cast<std::uint32_t>(lowBits(readEntry(kClassCodeKey, suffix), 0));
+    item->classCode = lowBits(readEntry(kClassCodeKey, suffix), 0);
     ++nextDeviceIndex;
     return item;
 }
 
-// A total says how many entries there shall be, not how many the file holds: it may be absurd. What
-// the file does not hold reads as zeros, so one missing entry tells of them all. Nameless ones are
-// passed over, up to the next entry of which the file holds anything. Named ones will all be
-// listed: that there is no memory for so many is better known before than after an hour.
-void CustomPCIDeviceList::foreseeMissingEntries(bool areNamed) {
-    if (areNamed) {
-        const int left = inputFile->ReadInteger(kEntrySection, kTotalKey) - nextDeviceIndex;
-        void* trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
-        if (!trial && left != 0) CString::OutOfMemory();
-        std::free(trial);
-    } else {
-        const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
-        nextDeviceIndex = next < 0 ? INT_MAX : next;
-    }
+// A total says how many entries there shall be, not how many the file holds: it may be absurd.
+// These two keep the run from taking as long as it says.
+
+// Passes over the entries of which the file holds nothing.
+void CustomPCIDeviceList::skipMissingEntries() {
+    const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
+    nextDeviceIndex = next < 0 ? INT_MAX : next;
+}
+
+// Makes sure that memory could hold an item, and as much again for its texts, for each entry left.
+void CustomPCIDeviceList::requireMemoryForRest() const {
+    const int left = inputFile->ReadInteger(kEntrySection, kTotalKey) - nextDeviceIndex;
+    if (left <= 0) return;
+    // Volatile: a compiler may drop an allocation that nobody uses.
+    void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
+    if (!trial) CString::OutOfMemory();
+    std::free(trial);
 }
 
 // ---------------------------------------------------------------- Naming
@@ -183,18 +186,16 @@ CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) co
 bool CustomPCIDeviceList::getNamedAdapters() {
     CIniFile map(mapFileLocation);
     PCIDeviceItem** end = endOfList();
-    bool foreseen = false;
+    bool memoryRequired = false;
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
-        const bool isNamed = !item->adapterName.IsEmpty();
-        if (readsAsMissing(*item) && !foreseen) {
-            foreseeMissingEntries(isNamed);
-            foreseen = isNamed;
-        }
-        if (!isNamed) {
+        if (item->adapterName.IsEmpty()) {
+            if (readsAsMissing(*item)) skipMissingEntries();  // they are all as nameless
             delete item;
             continue;
         }
+        // They will all be listed.
+        if (readsAsMissing(*item) && !std::exchange(memoryRequired, true)) requireMemoryForRest();
         item->adapterType = map.ReadString(item->adapterName, kTypeKey);
         *end = item;
         end = &item->next;
@@ -204,10 +205,9 @@ bool CustomPCIDeviceList::getNamedAdapters() {
 }
 
 CString CustomPCIDeviceList::getSysINIPathName() const {
-    CString keyword = systemKeyword;
-    const int prefix = keyword.Find("_");
-    if (prefix < 0) return "";
-    const CString fileName = keyword.Mid(prefix + 1, 0) + ".ini";
+    const int underscore = systemKeyword.Find("_");
+    if (underscore < 0) return "";
+    const CString fileName = systemKeyword.Mid(underscore + 1, 0) + ".ini";
     for (const CString& name : {fileName, fileName.Lower()}) {
         const CString path = getCDPathName(name);
         if (CMyFileIO::Exists(path)) return path;
@@ -266,28 +266,22 @@ CString* CustomPCIDeviceList::groupOf(const CString& adapterType) {
     return nullptr;
 }
 
-// An adapter that is no PCI function is present on the systems that the map lists for it.
-void CustomPCIDeviceList::listSystemAdapter(CIniFile& map, const char* name) {
-    const CString systems = map.ReadString(name, kSystemsKey);
-    // An empty keyword is part of every text, though never found in one.
-    if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) return;
-    for (CString* list : {&serviceProcessorDevices, &allDevices})
-        *list = addItemToList(std::move(*list), name);
-}
-
 void CustomPCIDeviceList::sortDevicesByType() {
-    const auto add = [this](CString& list, const CString& name) {
-        list = addItemToList(std::move(list), name);
-    };
     for (const PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->onBoard.IsSubstring(kTrue)) add(onBoardDevices, item->adapterName);
-        if (CString* group = groupOf(item->adapterType)) add(*group, item->adapterName);
-        add(allDevices, item->adapterName);
+        if (item->onBoard.IsSubstring(kTrue)) addName(onBoardDevices, item->adapterName);
+        if (CString* group = groupOf(item->adapterType)) addName(*group, item->adapterName);
+        addName(allDevices, item->adapterName);
     }
     CIniFile map(mapFileLocation);
-    for (const char* name : kSystemAdapters) listSystemAdapter(map, name);
+    for (const char* name : kSystemAdapters) {
+        const CString systems = map.ReadString(name, kSystemsKey);
+        // An empty keyword is on every list, though IsSubstring never finds it.
+        if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) continue;
+        addName(serviceProcessorDevices, name);
+        addName(allDevices, name);
+    }
     cdromDevices = kCDROMAdapter;
-    add(allDevices, kCDROMAdapter);
+    addName(allDevices, kCDROMAdapter);
     map.Flush();
 }
 
@@ -301,6 +295,6 @@ CString CustomPCIDeviceList::getAllDevices() const { return allDevices; }
 CString CustomPCIDeviceList::getOnBoardDevices() const { return onBoardDevices; }
 
 CString CustomPCIDeviceList::addItemToList(CString list, CString item) const {
-    list.AddToken(std::move(item), ",");
+    addName(list, item);
     return list;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "pci/PCIDeviceList.h"
-#include "util/IniFile.h"
+#include "util/CString.h"
+
+class CIniFile;
 
 /// The adapters of the machine that a detection file describes, as the files of the product CD name
 /// and place them. It owns the detection document and its items.
@@ -10,7 +12,7 @@
 ///     adapters.setMapFileLocation(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
 ///     adapters.setSystemKeyword("SRV_ALPHA");
 ///     adapters.setInputFile("scan.ini");
-///     if (!adapters.initialize(15)) return noAdapters();
+///     if (!adapters.initialize(15)) return noAdapters();  // all four steps
 ///     adapters.sortDevicesByType();
 class CustomPCIDeviceList : public PCIDeviceList {
 public:
@@ -24,6 +26,8 @@ public:
 
     CustomPCIDeviceList();
     ~CustomPCIDeviceList();
+    CustomPCIDeviceList(const CustomPCIDeviceList&) = delete;
+    CustomPCIDeviceList& operator=(const CustomPCIDeviceList&) = delete;
 
     /// The path of a file of the product CD: the environment variable RWCD as it is, nothing when
     /// unset, then "/rwise/ini/" and the name.
@@ -33,9 +37,9 @@ public:
 
     void setMapFileLocation(CString path);  ///< The system configuration file.
     void setSystemKeyword(CString keyword);
-    void setInputFile(CString path);  ///< Loads the detection file. The first call counts.
-    /// Takes the steps of the flags. False when the list has no item to label; with no step but
-    /// INIT_FROM_INPUT_FILE it fills the list from the base source, which has none, and is true.
+    void setInputFile(CString path);  ///< Loads the detection file. Later calls do nothing.
+    /// Takes the steps of the flags. False when there is no item to label. With no step but
+    /// INIT_FROM_INPUT_FILE it asks the base source, so the list stays empty, and is true.
     bool initialize(int flags);
 
     // --- The steps ---
@@ -75,9 +79,9 @@ public:
 
 private:
     CString readEntry(const char* key, const CString& suffix);
-    void foreseeMissingEntries(bool areNamed);
+    void skipMissingEntries();
+    void requireMemoryForRest() const;
     CString* groupOf(const CString& adapterType);
-    void listSystemAdapter(CIniFile& map, const char* name);
 
     CString mapFileLocation;
     CString systemKeyword;
@@ -90,6 +94,6 @@ private:
     CString allDevices;
     CString onBoardDevices;
     bool readFromInputFile = false;
-    CIniFile* inputFile = nullptr;     // the detection document
-    std::int32_t nextDeviceIndex = 0;  // of the detection file's entries; only grows
+    CIniFile* inputFile = nullptr;  // the detection document
+    int nextDeviceIndex = 0;        // of the detection file's entries; only grows
 };

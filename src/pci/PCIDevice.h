@@ -18,10 +18,9 @@ struct PCIDevice {
     std::uint16_t revision = 0;
     std::uint16_t headerType = 0;
 
-    CString adapterName;  ///< The name that the map gives these IDs; never empty in a list.
-    CString
-        adapterType;  ///< Holds "DASD", "NETWORK" and so on somewhere in its text; may be empty.
-    CString onBoard;  ///< "TRUE" or "FALSE"; empty until labelled.
+    CString adapterName;         ///< The name that the map gives these IDs; never empty in a list.
+    CString adapterType;         ///< Its text holds "DASD", "NETWORK" and so on; may be empty.
+    CString onBoard;             ///< "TRUE" or "FALSE"; empty until labelled.
     std::int32_t count = -1;     ///< How many devices of the list have this name; -1: not counted.
     std::int32_t instance = -1;  ///< Which of them this is, from 1, in list order; -1: not counted.
 

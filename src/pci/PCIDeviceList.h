@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "pci/PCIDeviceItem.h"
 
 /// The devices of one machine, in the order in which they were found. The list owns its items.
@@ -15,10 +17,12 @@ public:
     PCIDeviceList(const PCIDeviceList&) = delete;
     PCIDeviceList& operator=(const PCIDeviceList&) = delete;
 
-    bool initialize();  ///< Fills the list with scanPCIBusAndCreateList(); always true.
-    int getTotalNumDevices() const;  ///< How many items scanPCIBusAndCreateList() appended.
+    bool
+    initialize();  ///< Fills the list with scanPCIBusAndCreateList(); always true. Not virtual.
+    /// How many items scanPCIBusAndCreateList() appended: NOT those that a derived class adds.
+    int getTotalNumDevices() const;
 
-    void resetList();  ///< Puts the cursor on the first item.
+    void resetList();  ///< Puts the cursor on the first item; before, it is at the end.
     /// The item at the cursor, which moves on; null at the end, again and again. The list keeps the
     /// item.
     PCIDeviceItem* getNextDeviceFromList();
