@@ -1,11 +1,36 @@
 #include <csignal>
 #include <cstdio>
+#include <utility>
 
 #include "pci/CustomPCIDeviceList.h"
+#include "util/CString.h"
 #include "util/IniFile.h"
+
+/// How to call the program, on standard output.
+void printUsage() {
+    std::fputs(
+        "Usage: slotrpt /rwpm:[in_file]\n"
+        "Description:\n"
+        " /rwpm:[in_file] -- Prints hardware detection information to screen in the\n"
+        "          format typically used by Rackwise and Patchmoor.\n"
+        "          [in_file] is the INI file output of the \"slotscan\" program.\n"
+        "          It is expected that the user will direct output of this program\n"
+        "          to an output file by using \"> file\".\n"
+        "\n"
+        "NOTE: This program relies on \\rwise\\ini\\syscfg.ini on the cd drive\n"
+        "defined by RWCD.\n",
+        stdout);
+}
+
+/// The list with the name added, after a "," unless the list was empty.
+CString addToList(CString list, CString name) {
+    list.AddToken(std::move(name), ",");
+    return list;
+}
 
 namespace {
 constexpr const char* kSystemSection = "System";
+constexpr const char* kMachineTypeKey = "Machine_Type";
 
 // Where the value of an identity line comes from.
 enum class Source {
@@ -17,11 +42,11 @@ enum class Source {
 struct IdentityLine {
     const char* key;
     Source source;
-    const char* text;
+    const char* keyOrText;
 };
 // In the order of the report.
 constexpr IdentityLine kIdentityLines[] = {
-    {"MachTypeModelNumber", Source::kSystem, "Machine_Type"},
+    {"MachTypeModelNumber", Source::kSystem, kMachineTypeKey},
     {"ModelNumber", Source::kSystem, "Model_Number"},
     {"SerialNumber", Source::kSystem, "Serial_Number"},
     {"TotalNumEnclosures", Source::kSystem, "Number_Of_Enclosures"},
@@ -63,50 +88,10 @@ void printLine(const char* key, const CString& value) {
     std::printf("%s = %s\n", key, value.c_str());
 }
 
-// Numbers the functions of one device: items that follow each other with the same bus and device
-// number count up from 0. The detection file gives no function numbers.
-class FunctionCounter {
-public:
-    int next(const PCIDevice& device) {
-        const bool isSameDevice = device.busNumber == m_bus && device.deviceNumber == m_device;
-        m_function = isSameDevice ? m_function + 1 : 0;
-        m_bus = device.busNumber;
-        m_device = device.deviceNumber;
-        return m_function;
-    }
-
-private:
-    int m_bus = -1, m_device = -1;  // no device has these
-    int m_function = 0;
-};
-}  // namespace
-
-void printUsage() {
-    std::fputs(
-        "Usage: slotrpt /rwpm:[in_file]\n"
-        "Description:\n"
-        " /rwpm:[in_file] -- Prints hardware detection information to screen in the\n"
-        "          format typically used by Rackwise and Patchmoor.\n"
-        "          [in_file] is the INI file output of the \"slotscan\" program.\n"
-        "          It is expected that the user will direct output of this program\n"
-        "          to an output file by using \"> file\".\n"
-        "\n"
-        "NOTE: This program relies on \\rwise\\ini\\syscfg.ini on the cd drive\n"
-        "defined by RWCD.\n",
-        stdout);
-}
-
-/// The list with the name added, after a "," unless the list was empty.
-CString addToList(CString list, CString name) {
-    list.AddToken(std::move(name), ",");
-    return list;
-}
-
-namespace {
 // Prints which system this is, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
-    const CString machineType = detection.ReadString(kSystemSection, "Machine_Type");
+    const CString machineType = detection.ReadString(kSystemSection, kMachineTypeKey);
     CString systemID = configuration.ReadString("SystemIDMap", machineType);
     if (systemID.IsEmpty()) systemID = "UNKNOWN_SERVER";
 
@@ -114,7 +99,7 @@ CString printIdentity(const CString& configurationPath, const CString& inputPath
     printLine("SystemID", systemID);
     std::printf("\n[%s]\n", systemID.c_str());
     for (const IdentityLine& line : kIdentityLines) {
-        CString value = line.text;
+        CString value = line.keyOrText;
         if (line.source == Source::kSystem) value = detection.ReadString(kSystemSection, value);
         if (line.source == Source::kOwn) value = configuration.ReadString(systemID, value);
         printLine(line.key, value);
@@ -122,6 +107,10 @@ CString printIdentity(const CString& configurationPath, const CString& inputPath
     detection.Flush();
     configuration.Flush();
     return systemID;
+}
+
+bool isSameDevice(const PCIDevice& a, const PCIDevice& b) {
+    return a.busNumber == b.busNumber && a.deviceNumber == b.deviceNumber;
 }
 
 void printAdapter(const PCIDeviceItem& item, int function) {
@@ -144,11 +133,16 @@ void printAdapters(CustomPCIDeviceList& inventory) {
     std::printf("\n[PCI]\n");
     printLine("Adapters", adapters);
 
-    FunctionCounter functions;
+    // Items in a row on one device are its functions, from 0: the detection file numbers none.
+    int function = 0;
+    const PCIDeviceItem* previous = nullptr;
     inventory.resetList();
-    inventory.sortDevicesByType();
-    while (const PCIDeviceItem* item = inventory.getNextDeviceFromList())
-        printAdapter(*item, functions.next(*item));
+    inventory.sortDevicesByType();  // fills the groups; the items keep their order
+    while (const PCIDeviceItem* item = inventory.getNextDeviceFromList()) {
+        function = previous && isSameDevice(*previous, *item) ? function + 1 : 0;
+        printAdapter(*item, function);
+        previous = item;
+    }
 
     std::printf("\n[DETECTED_BY_GROUP]");
     for (const GroupLine& line : kGroupLines) {
@@ -163,7 +157,7 @@ int main(int argc, char* argv[]) {
     std::signal(SIGPIPE, SIG_IGN);
 
     CString inputPath = argc > 1 ? argv[1] : "";
-    inputPath.RemoveSubstring("/rwpm:");
+    inputPath.RemoveSubstring("/rwpm:");  // wherever it stands; a bare path will do as well
     if (inputPath.IsEmpty()) {
         printError("You must supply the path to slotscan input file.");
         printUsage();
