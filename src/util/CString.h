@@ -31,7 +31,7 @@ public:
 
     // --- Construction and lifetime ---
 
-    CString() { Initialize(); }
+    constexpr CString() {}  // constant: strings work before main, in any order of static objects
     CString(const CString& other) : CString(other.buffer) {}  ///< Copies the text only.
     /// Takes the text, which leaves `other` empty; copies the text of a locked one.
     CString(CString&& other) noexcept : CString() { *this = std::move(other); }
@@ -271,10 +271,10 @@ private:
 
     static char emptyText[1];  // what empty strings share, so that none of them allocates
 
-    char* buffer;           // never null
-    unsigned lockedLength;  // 0, or the capacity that GetBuffer(n) handed out
-    bool tokenBuffersReady;
-    CString* tokenWork;  // the three strings of a token walk: null until the first one
-    CString* tokenRest;
-    CString* tokenSeparator;
+    char* buffer = emptyText;   // never null
+    unsigned lockedLength = 0;  // 0, or the capacity that GetBuffer(n) handed out
+    bool tokenBuffersReady = false;
+    CString* tokenWork = nullptr;  // the three strings of a token walk: null until the first one
+    CString* tokenRest = nullptr;
+    CString* tokenSeparator = nullptr;
 };
