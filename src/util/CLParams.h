@@ -16,7 +16,7 @@
 ///     params.GetValue("/out:", out);
 class CCLParams {
 public:
-    enum CLParamModes {
+    enum CLParamModes : int {
         CLNone = 0,       ///< No kind yet: Parse refuses such an entry.
         CLSwitch = 1,     ///< The argument equals the name; there is no value.
         CLParam = 2,      ///< The argument begins with the name; the value may span arguments.

@@ -9,7 +9,7 @@
 class CErrorHandler {
 public:
     /// One enumeration for both arguments of ErrorHandler: what to do, and what went wrong.
-    enum ErrorCodeDef {
+    enum ErrorCodeDef : int {
         // Reactions. Any other value behaves as ecWarn.
         ecAbort = 0,  ///< End the process with exit status 1.
         ecWarn = 1,   ///< Return to the caller.
