@@ -101,6 +101,12 @@ int numberOf(const char* line) {
 }
 }  // namespace
 
+void* CIniFile::IniLineDef::operator new(std::size_t size) {
+    void* record = CPool::Allocate(size);
+    if (!record) CString::OutOfMemory();
+    return record;
+}
+
 void* CIniFile::IniLineDef::operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return CPool::Allocate(size);
 }

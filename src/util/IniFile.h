@@ -35,7 +35,9 @@ public:
         IniLineDef* pNext = nullptr;  ///< In the last line: null.
         CString sLine;
 
-        /// Records come from the pool. Null when memory runs out.
+        /// Records come from the pool. When memory runs out, the nothrow form gives null, the other
+        /// one ends the process with the fatal report.
+        static void* operator new(std::size_t size);
         static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
         static void operator delete(void* record, std::size_t size) noexcept;
     };

@@ -6,8 +6,8 @@
 ///
 /// Small blocks are taken and given back without the bookkeeping of malloc and free, and without a
 /// byte around them: what is read together lies together. A block that was given back is the next
-/// one of its size to be taken. The memory behind them goes back to the system when the last small
-/// block does. Larger blocks are malloc's, as are all in builds with an address sanitizer.
+/// one of its size to be taken. The memory behind them goes back to the system when no small block
+/// is left. Larger blocks are malloc's, as are all in builds with an address sanitizer.
 class CPool {
 public:
     CPool() = delete;
