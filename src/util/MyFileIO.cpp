@@ -10,17 +10,17 @@
 #include <utility>
 
 namespace {
-// Whether reading could wait for somebody else, or for ever: a pipe, a terminal, a device.
-bool isEndless(const char* path) {
+// Whether reading has an end and waits for nobody: unlike that of a pipe, a terminal, a device.
+bool isFinite(const char* path) {
     struct stat status;
-    return stat(path, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+    return stat(path, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
 }
 
 // Opens as fopen does, but refuses to read what has no end of its own. Memory that runs out in here
 // must not pass for a missing file.
 std::FILE* openStream(const CString& path, const CString& mode) {
     const bool readsOnly = mode[0] == 'r' && !mode.IsSubstring("+");
-    if (readsOnly && isEndless(path.c_str())) return nullptr;
+    if (readsOnly && !isFinite(path.c_str())) return nullptr;
     std::FILE* file = std::fopen(path.c_str(), mode.c_str());
     if (!file && errno == ENOMEM) CString::OutOfMemory();
     const bool writesText = !readsOnly && !mode.IsSubstring("b");
@@ -33,7 +33,10 @@ std::FILE* openStream(const CString& path, const CString& mode) {
 struct LineBuffer {
     char* text = nullptr;
     std::size_t room = 0;
-    ~LineBuffer() { std::free(text); }
+    ~LineBuffer() {
+        std::free(std::exchange(text, nullptr));
+        room = 0;  // a document loaded after this, at exit, starts anew
+    }
 } g_line;
 
 // Removes what adds nothing to a line. Nearly all lines hold neither, which is quickly seen.
@@ -91,6 +94,7 @@ bool CMyFileIO::OpenFile(CString name, CString mode) {
 
 bool CMyFileIO::OpenTempFile(CString dir) {
     CloseFile();
+    if (dir.IsEmpty()) return false;
     m_sFileName = std::move(dir);
     m_sFileName.AddPath("XXXXXX");
     const int descriptor = mkstemp(m_sFileName.GetBuffer());

@@ -34,7 +34,8 @@ public:
     bool OpenFile(CString name, CString mode);
     bool OpenFile(CString name) { return OpenFile(name, ""); }
     /// Opens a new file in `dir`, for reading and writing, that is deleted when it is closed. No
-    /// other process can have a file of that name. On failure nothing is open and nothing is left.
+    /// other process can have a file of that name. On failure, as for an empty `dir`, nothing is
+    /// open and nothing is left.
     bool OpenTempFile(CString dir);
     /// Whether the file was closed without an error; false also when none was open.
     bool CloseFile();
