@@ -1,0 +1,32 @@
+#!/bin/sh
+# Runs the tests and says what of src/ they reach: the figures of each file, then every line that
+# was never run and every line with a branch that was never taken. What only a failed allocation
+# reaches is among them: those tests are left out, since the counters need memory of their own.
+#
+#   scripts/coverage.sh
+set -eu
+cd "$(dirname "$0")/.."
+. scripts/lib.sh
+need cmake make clang llvm libclang-rt-14-dev googletest
+
+rm -rf build/coverage/profiles
+build coverage
+ctest --preset coverage >&2
+
+top=$(pwd)
+cd build/coverage
+llvm-profdata merge -o all.profdata profiles
+# What the whole program, the tests and the example programs ran counts together.
+set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples|googletest)/' \
+    slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
+    -object examples/inied -object examples/params
+llvm-cov report "$@" | sed "s#$top/##"
+
+echo
+echo "Never run, or never taken:"
+llvm-cov export "$@" -format=lcov | awk -v top="$top/" '
+    function place(line) { return file ":" line }
+    /^SF:/ { file = substr($0, 4); sub(top, "", file) }
+    /^DA:/ { split(substr($0, 4), f, ","); if (f[2] == 0) print place(f[1]) ": line" }
+    /^BRDA:/ { split(substr($0, 6), f, ","); if (f[4] == 0 || f[4] == "-") print place(f[1]) ": branch" }
+' | sort -t: -k1,1 -k2,2n -u
