@@ -1,0 +1,102 @@
+#include <climits>
+#include <sstream>
+
+#include "support.h"
+
+namespace {
+constexpr const char* kNull = nullptr;
+}
+
+TEST(Strings, AreMadeOfAnything) {
+    EXPECT_EQ("|x|xxx|", joined({CString('x', 0), CString('x', 1), CString('x', 3), kNull}));
+    EXPECT_EQ("-32768|65535|-2147483648|4294967295",
+              joined({short{SHRT_MIN}, static_cast<unsigned short>(65535), INT_MIN, UINT_MAX}));
+    EXPECT_EQ("2|0.1|-1.23457e+06|1e-05|100000|1e+10|-1.5e-300",
+              joined({2.0, 0.1f, -1234567.0, 0.00001, 100000.0, 1e10, -1.5e-300}));
+    EXPECT_EQ(std::to_string(LONG_MIN), joined({LONG_MIN}));
+    const auto toInt = [](CString text) { return text.ToInt(); };
+    EXPECT_EQ("-12|7|10|0", joined({toInt(" \t-12a"), toInt("+7"), toInt("010"), toInt("a")}));
+    EXPECT_EQ(joined({INT_MAX, INT_MIN}),
+              joined({toInt("2147483648"), toInt("-9999999999999999")}));
+}
+
+TEST(Strings, AssignAndAppendEvenThemselves) {
+    CString s = "abcdef", copy = s;
+    s = s.c_str() + 2;
+    s += s;
+    s += s.c_str() + 6;
+    CString& same = s;
+    s = same;
+    s = std::move(same);
+    s += kNull;
+    s += '\0';
+    EXPECT_EQ("abcdef|cdefcdefef", joined({copy, s}));
+    s = 'x';  // the sums go through one scratch string
+    EXPECT_EQ("axbyc|xx|yx", joined({"a" + s + "b" + 'y' + CString("c"), s + s, 'y' + s}));
+    EXPECT_EQ("120|0|1|0|", joined({s.GetLastChar(), s[1], s.SetAt(0, '\0'), s.SetAt(0, 'y'), s}));
+    for (int i = 0; i < 1000; ++i) s += "ab";
+    EXPECT_EQ(s, s.Left(999) + s.Right(1001));
+}
+
+TEST(Strings, CompareEvenWithNullTexts) {
+    const CString s = "abc";
+    const auto compare = [](auto a, auto b) {
+        return joined({a == b, a != b, a < b, b < a, a <= b, a >= b});
+    };
+    EXPECT_EQ("1|0|0|0|1|1", compare(s, "abc"));
+    EXPECT_EQ("0|1|1|0|1|0", compare("z", CString("\xE4")));  // bytes are unsigned
+    EXPECT_EQ("0|1|0|1|0|1", compare(CString(), kNull));
+    EXPECT_EQ("0|1|1|0|1|0", compare(kNull, CString()));
+    EXPECT_EQ("0|0|1", joined({s.CompareNoCase("ABC"), s.Equals("ABC"), s.EqualsNoCase("ABC")}));
+    std::ostringstream stream;
+    stream << s << CString();
+    EXPECT_EQ("abc", stream.str());
+}
+
+TEST(Strings, FindCutAndTrim) {
+    CString s = "abcabc", a = "aaaa";
+    EXPECT_EQ("1|4|-1|4|-1|-1", joined({s.Find("bc"), s.Find("bc", 2), s.Find("bc", 3),
+                                        s.ReverseFind("bc"), s.Find("bd", 0), s.Find("")}));
+    // Occurrences overlap where they are looked for, but not where they are counted.
+    EXPECT_EQ("2|1|2", joined({a.Find("aa", 0), a.Find("aa", 2), a.GetNumberOccurances("aa")}));
+    EXPECT_TRUE(s.IsSubstring("cab") && s.StartsWith("abca") && s.StartsWith(s) && s.EndsWith(s));
+    EXPECT_FALSE(s.IsSubstring("") || s.StartsWith("") || s.EndsWith("") || s.EndsWith("b") ||
+                 s.StartsWith("abcabca") || s.EndsWith("aabcabc"));
+    EXPECT_EQ("|abcabc|abcabc|", joined({s.Left(0), s.Left(-1), s.Left(7), s.Right(0)}));
+    EXPECT_EQ("bc||ab|b",
+              joined({s.Mid(4, 0), s.Mid(6, 0), s.Substring(UINT_MAX, 2), s.Mid(1, 1)}));
+    EXPECT_EQ("1|0|0|aabc", joined({s.RemoveSubstring("bc"), s.RemoveSubstring("x"),
+                                    s.RemoveSubstring(""), s}));  // the first one only
+    s = " \tkey = v\r\n";
+    EXPECT_STREQ("key = v\r", s.Trim(kBlanks));  // carriage return is no blank
+    EXPECT_EQ("key = v\r|y = v\r|y =", joined({s.Trim(""), s.TrimLeft("ek"), s.TrimRight("v \r")}));
+    EXPECT_STREQ("", s.Trim(s));  // a set, not a sequence
+}
+
+TEST(Strings, KeepStillWhileLocked) {
+    CString s = "a;b;c";
+    s.StrTok(";");
+    char* buffer = s.GetBuffer(10);
+    s = "x";
+    s += "x";
+    s.ToString(1);
+    s.Converter(new char[2]{'x'}, 1);  // takes the array all the same
+    s.Trim("ac");
+    s.SortTokens("b");
+    s.InsertToken("x", "b", ";");
+    s.AddPath("x");
+    EXPECT_EQ("a;b;c|0|0||||A;B;C",
+              joined({s.RepeatChar('x', 2), s.RemoveSubstring("b"), s.SetAt(0, 'x'), s.ToUpper(),
+                      s.ToLower(0), s.TrimLeft("a"), s.Upper()}));
+    const CString copy = s, moved = std::move(s);
+    for (int i = 0; i < 10; ++i) buffer[i] = '7';  // all that was promised, but no NUL
+    EXPECT_EQ("0|1|10|a;b;c|a;b;c",
+              joined({s.ToInt(), s.ReleaseBuffer(), s.GetLength(), copy, moved}));
+    EXPECT_EQ("|777", joined({s.StrTok(), s.GetBuffer(3)}));      // the walk has ended
+    EXPECT_EQ("777|", joined({s.GetBuffer(0), s.GetBuffer(0)}));  // unlocks first, then empties
+    s.Converter(new char[3]{'x', 'y', 'z'}, 2);
+    char* array = s.GetCharString();
+    EXPECT_TRUE(s.CopyString(&array, CString(array) + s));
+    EXPECT_EQ("xy|xyxy", joined({s, array}));
+    delete[] array;
+}

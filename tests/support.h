@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+
+#include "util/CString.h"
+
+/// The values as texts, with "|" between them: a row of results to compare at one glance.
+inline std::string joined(std::initializer_list<CString> values) {
+    std::string text;
+    for (const CString& value : values) (text += "|") += value.c_str();
+    return text.substr(1);
+}
+
+inline std::string readFile(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+/// A folder for the files of one test, removed with all that is in it.
+class ScratchFolder {
+public:
+    ScratchFolder() { EXPECT_NE(nullptr, mkdtemp(m_path.data())); }
+    ~ScratchFolder() { std::filesystem::remove_all(m_path); }
+    std::string path(const std::string& name = "") const { return m_path + "/" + name; }
+    /// Writes a file, in a new folder if need be, and returns its path.
+    std::string file(const std::string& name, const std::string& content) const {
+        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
+        std::ofstream(path(name), std::ios::binary) << content;
+        return path(name);
+    }
+
+private:
+    std::string m_path = testing::TempDir() + "slotrpt-XXXXXX";
+};
+
+/// What a process printed, and how it ended: "status|standard error". A signal is negative.
+struct Outcome {
+    std::string out, end;
+};
+
+/// Runs the body in a process of its own, which its result ends. `input` is its standard input.
+inline Outcome inChild(const std::function<int()>& body, const std::string& input = "") {
+    const ScratchFolder folder;
+    const std::string in = folder.file("in", input), out = folder.path("out"), err = out + "err";
+    std::fflush(nullptr);  // what is buffered here must not be printed there as well
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool ready = std::freopen(in.c_str(), "r", stdin) &&
+                           std::freopen(out.c_str(), "w", stdout) &&
+                           std::freopen(err.c_str(), "w", stderr);
+        std::exit(ready ? body() : 97);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return {readFile(out), std::to_string(status) + "|" + readFile(err)};
+}
+
+using Prepare = std::function<void()>;
+
+/// Runs the converter with one argument, or with none when it is null. `prepare` is called first,
+/// in its process.
+inline Outcome convert(
+    const std::string& cd, const char* argument, const Prepare& prepare = [] {}) {
+    return inChild([&] {
+        prepare();
+        setenv("RWCD", cd.c_str(), 1);
+        return execl(SLOTRPT_PROGRAM, "slotrpt", argument, nullptr);
+    });
+}
