@@ -1,0 +1,8 @@
+#!/bin/sh
+# A command in place of the program, one in the interpreter, one that is not there; then no command.
+set -eu
+
+"$1" /run:printf '%s,%s\n' one two
+"$1" /IN:.. /run:ls check-cd.sh '&&' exit 9 /Shell
+"$1" /run:no-such-program || echo "exit status $?"
+"$1" /shell
