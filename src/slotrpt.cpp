@@ -153,8 +153,10 @@ void printAdapters(CustomPCIDeviceList& inventory) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    // A reader that has gone is an output error like any other: it does not end the run.
+    // A reader that has gone, or a file at its size limit, is an output error like any other: it
+    // does not end the run.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 
     CString inputPath = argc > 1 ? argv[1] : "";
     inputPath.RemoveSubstring("/rwpm:");  // wherever it stands; a bare path will do as well
