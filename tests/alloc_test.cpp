@@ -15,13 +15,14 @@ void failEach(const std::function<Outcome(const Prepare&)>& start,
               const std::function<void(const Outcome&, bool warned, bool fatal)>& check) {
     const std::string warning = memoryReport("IniFile.AddLine()");
     const ScratchFolder folder;
-    const std::string count = folder.file("count", "");
+    const std::string count = folder.file("count", ""), fault = folder.path("fault.so");
+    std::filesystem::create_symlink(SLOTRPT_ALLOC_FAULT, fault);  // LD_PRELOAD splits at blanks
     int total = 0;
     for (int at = 0; at <= total; ++at) {  // the first run counts
         for (const char* on : {"0", "1"}) {
             SCOPED_TRACE("allocation " + std::to_string(at) + ", and on: " + on);
             Outcome run = start([&] {
-                setenv("LD_PRELOAD", SLOTRPT_ALLOC_FAULT, 1);
+                setenv("LD_PRELOAD", fault.c_str(), 1);
                 setenv("SLOTRPT_FAIL_AT", std::to_string(at).c_str(), 1);
                 setenv("SLOTRPT_FAIL_ON", on, 1);
                 if (at == 0) setenv("SLOTRPT_COUNT", count.c_str(), 1);

@@ -1,11 +1,10 @@
 #include "support.h"
 #include "util/ErrorHandler.h"
 
-namespace {
 using Error = CErrorHandler;
 
 // Ends with 7 when it went on, and read a "z" behind the answer.
-std::string report(int reaction, int kind, const char* detail, const std::string& answer = "z") {
+static std::string report(int reaction, int kind, const char* detail, const char* answer = "z") {
     const auto body = [=] {
         Error().ErrorHandler(static_cast<Error::ErrorCodeDef>(reaction),
                              static_cast<Error::ErrorCodeDef>(kind), detail);
@@ -13,36 +12,27 @@ std::string report(int reaction, int kind, const char* detail, const std::string
     };
     return inChild(body, answer).end;
 }
-}  // namespace
 
 TEST(Errors, HaveAMessageForEachKind) {
-    const std::string parse = "Parse Error\n\nUnable to parse data file...\n\n";
+    const std::string parse = "Parse Error\n\nUnable to parse data file...\n\n", large(600, 'd');
     const std::string corrupt =
         "The data file may not be in the correct format or it may be corrupt.\n\n";
-    const std::string large(600, 'd');
-    const struct {
-        int kind;
-        const char* detail;
-        std::string message;
-    } kMessages[] = {
+    const std::tuple<int, const char*, std::string> kMessages[] = {
         {0, "D", ""},
+        {11, "D", ""},
         {Error::ecSystem, "D", "General System Error\n\nD"},
         {Error::ecProgram, "D", "General Program Error\n\nD"},
-        {Error::ecCustom, "D", "D"},
         {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
         {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
         {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
-        {Error::ecFileClose, "", "File Close Error\n\nUnable to close file...\n\n"},
+        {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
+        {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
         {Error::ecParse, "D", parse + "D\n\n" + corrupt},
         {Error::ecParse, "", parse + corrupt},
-        {Error::ecParse, nullptr, parse + corrupt},
-        {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
-        {11, "D", ""},
         {Error::ecCustom, large.c_str(), large.substr(0, 510)},  // 511 with the first line feed
-        {Error::ecParse, large.c_str(), (parse + large).substr(0, 510)},
-    };
-    for (const auto& row : kMessages)
-        EXPECT_EQ("7|\n\n" + row.message + "\n", report(Error::ecWarn, row.kind, row.detail));
+        {Error::ecParse, large.c_str(), (parse + large).substr(0, 510)}};
+    for (const auto& [kind, detail, message] : kMessages)
+        EXPECT_EQ("7|\n\n" + message + "\n", report(Error::ecWarn, kind, detail));
 }
 
 TEST(Errors, EndTheProcessOrAsk) {

@@ -26,16 +26,11 @@ TEST(Exec, PutsTheLastFailureIntoWords) {
                       kExec = "Exec call failed.  Unable to run ",
                       kNotFound = "\n\nPath or file name not found.\n",
                       tooLong = "true " + std::string(4 << 20, 'x');
-    const struct {
-        std::function<bool(CExec&)> fail;
-        int error;
-        std::string words;
-    } kFailures[] = {
-        {[](CExec& exec) { return exec.Execute(); }, ENOENT, kExec + "no-such" + kNotFound},
+    const std::tuple<std::function<bool(CExec&)>, int, std::string> kFailures[] = {
         {[](CExec& exec) { return exec.Execute() || (exec.Initialize(), exec.GetLastError()); }, 0,
          "\n\n\n"},  // as if nothing had been tried
-        {[](CExec& exec) { return exec.Execute("no-such") || exec.Run(""); }, ENOENT,
-         kRun + kNotFound},  // an empty command keeps the error
+        {[](CExec& exec) { return exec.Execute() || exec.Run("") || exec.Execute(""); }, ENOENT,
+         kExec + kNotFound},  // an empty command keeps the error
         {[](CExec& exec) { return exec.Execute(" \t "); }, ENOENT, kExec + " \t " + kNotFound},
         {[](CExec& exec) { return exec.Execute("/ x"); }, EACCES, kExec + "/ x\n\n\n"},
         {[&](CExec& exec) { return exec.Execute(tooLong.c_str()); }, E2BIG,
@@ -48,11 +43,11 @@ TEST(Exec, PutsTheLastFailureIntoWords) {
          CExec::kNoInterpreter,
          kRun + "true\n\nCommand interpreter not found.\n\nCOMSPEC = none\n"},
     };
-    for (const auto& row : kFailures) {
-        const Outcome run = inChild([&] {
+    for (const auto& [fail, error, words] : kFailures) {
+        const Outcome run = inChild([&f = fail, &e = error] {
             CExec exec("no-such");
-            return row.fail(exec) || exec.DisplayLastError() != row.error;
+            return f(exec) || exec.DisplayLastError() != e;
         });
-        EXPECT_EQ("0|\n\nGeneral System Error\n\n" + row.words + "\n", run.end);
+        EXPECT_EQ("0|\n\nGeneral System Error\n\n" + words + "\n", run.end);
     }
 }

@@ -1,8 +1,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <chrono>
-
 #include "support.h"
 
 namespace fs = std::filesystem;
@@ -30,10 +28,9 @@ struct SmallMachine : ScratchFolder {
 
 TEST(Report, IsTheExpectedOne) {
     const auto check = [](const std::string& scan, const fs::path& cd, const fs::path& report) {
-        SCOPED_TRACE(scan);
         const Outcome run = convert(cd, ("/rwpm:" + scan).c_str());
-        EXPECT_EQ(readFile(report), run.out);
-        EXPECT_EQ(endsWith(readFile(report), kNoPCI) ? "1|" : "0|", run.end);
+        const std::string expected = readFile(report);
+        EXPECT_EQ((endsWith(expected, kNoPCI) ? "1|" : "0|") + expected, run.end + run.out) << scan;
     };
     const fs::path source = SLOTRPT_SOURCE_DIR, examples = source / "examples";
     for (const fs::path& folder : fs::directory_iterator(source / "tests/report"))
@@ -63,17 +60,15 @@ TEST(Report, SurvivesUselessFiles) {
     std::string binary;
     for (int i = 0; i < 4096; ++i) binary += static_cast<char>(i * 7 + i / 256);
     using Path = const std::string&;
-    const auto write = [](Path path, Path text) { std::ofstream(path, std::ios::binary) << text; };
     const std::pair<const char*, std::function<void(Path)>> kUseless[] = {
         {"absent", [](Path) {}},
         {"a folder", [](Path path) { fs::create_directory(path); }},
         {"a FIFO", [](Path path) { mkfifo(path.c_str(), 0600); }},
         {"endless", [](Path path) { fs::create_symlink("/dev/zero", path); }},
-        {"unreadable", [](Path path) { fs::create_symlink("/proc/self/mem", path); }},
-        {"empty", [&](Path path) { write(path, ""); }},
-        {"binary", [&](Path path) { write(path, binary); }},
-        {"of NULs", [&](Path path) { write(path, std::string(100, '\0')); }},
-        {"of headers", [&](Path path) { write(path, "[System]\n[PCI\n[PCIIDMap]\n[NIC"); }},
+        {"empty", [](Path path) { std::ofstream{path}; }},
+        {"binary", [&](Path path) { std::ofstream(path) << binary; }},
+        {"of headers",
+         [](Path path) { std::ofstream(path) << "[System]\n[PCI\n[PCIIDMap]\n[NIC"; }},
     };
     for (int file = 0; file < 3; ++file) {
         for (const auto& [what, put] : kUseless) {
@@ -118,12 +113,12 @@ TEST(Report, LeavesItsInputAloneAndPassesOverOutputErrors) {
     const Prepare kOutputs[] = {[] { close(1); }, [] { close(0), close(1), close(2); },
                                 [] { dup2(open("/dev/full", O_WRONLY), 1); },
                                 [&] { dup2(ends[1], 1); }};
-    const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    const auto past = fs::last_write_time(SLOTRPT_PROGRAM);
     for (const Prepare& prepare : kOutputs) {
         const SmallMachine machine;
-        for (const std::string& file : machine.files) fs::last_write_time(file, yesterday);
+        for (const std::string& file : machine.files) fs::last_write_time(file, past);
         EXPECT_EQ("0|", machine.convert(prepare).end);
         for (const std::string& file : machine.files)
-            EXPECT_EQ(yesterday, fs::last_write_time(file)) << file;
+            EXPECT_EQ(past, fs::last_write_time(file)) << file;
     }
 }

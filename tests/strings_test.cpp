@@ -1,11 +1,8 @@
 #include <climits>
-#include <sstream>
 
 #include "support.h"
 
-namespace {
 constexpr const char* kNull = nullptr;
-}
 
 TEST(Strings, AreMadeOfAnything) {
     EXPECT_EQ("|x|xxx|", joined({CString('x', 0), CString('x', 1), CString('x', 3), kNull}));
@@ -15,9 +12,9 @@ TEST(Strings, AreMadeOfAnything) {
               joined({2.0, 0.1f, -1234567.0, 0.00001, 100000.0, 1e10, -1.5e-300}));
     EXPECT_EQ(std::to_string(LONG_MIN), joined({LONG_MIN}));
     const auto toInt = [](CString text) { return text.ToInt(); };
-    EXPECT_EQ("-12|7|10|0", joined({toInt(" \t-12a"), toInt("+7"), toInt("010"), toInt("a")}));
-    EXPECT_EQ(joined({INT_MAX, INT_MIN}),
-              joined({toInt("2147483648"), toInt("-9999999999999999")}));
+    EXPECT_EQ("-12|7|10|0|2147483647|-2147483648",
+              joined({toInt(" \t-12a"), toInt("+7"), toInt("010"), toInt("a"), toInt("2147483648"),
+                      toInt("-9999999999999999")}));
 }
 
 TEST(Strings, AssignAndAppendEvenThemselves) {
@@ -47,30 +44,30 @@ TEST(Strings, CompareEvenWithNullTexts) {
     EXPECT_EQ("0|1|1|0|1|0", compare("z", CString("\xE4")));  // bytes are unsigned
     EXPECT_EQ("0|1|0|1|0|1", compare(CString(), kNull));
     EXPECT_EQ("0|1|1|0|1|0", compare(kNull, CString()));
-    EXPECT_EQ("0|0|1", joined({s.CompareNoCase("ABC"), s.Equals("ABC"), s.EqualsNoCase("ABC")}));
     std::ostringstream stream;
     stream << s << CString();
-    EXPECT_EQ("abc", stream.str());
+    EXPECT_EQ("0|0|1|abc", joined({s.CompareNoCase("ABC"), s.Equals("ABC"), s.EqualsNoCase("ABC"),
+                                   stream.str().c_str()}));
 }
 
 TEST(Strings, FindCutAndTrim) {
     CString s = "abcabc", a = "aaaa";
-    EXPECT_EQ("1|4|-1|4|-1|-1", joined({s.Find("bc"), s.Find("bc", 2), s.Find("bc", 3),
-                                        s.ReverseFind("bc"), s.Find("bd", 0), s.Find("")}));
     // Occurrences overlap where they are looked for, but not where they are counted.
-    EXPECT_EQ("2|1|2", joined({a.Find("aa", 0), a.Find("aa", 2), a.GetNumberOccurances("aa")}));
+    EXPECT_EQ("1|4|-1|4|-1|-1|2|1|2",
+              joined({s.Find("bc"), s.Find("bc", 2), s.Find("bc", 3), s.ReverseFind("bc"),
+                      s.Find("bd", 0), s.Find(""), a.Find("aa", 0), a.Find("aa", 2),
+                      a.GetNumberOccurances("aa")}));
     EXPECT_TRUE(s.IsSubstring("cab") && s.StartsWith("abca") && s.StartsWith(s) && s.EndsWith(s));
     EXPECT_FALSE(s.IsSubstring("") || s.StartsWith("") || s.EndsWith("") || s.EndsWith("b") ||
                  s.StartsWith("abcabca") || s.EndsWith("aabcabc"));
-    EXPECT_EQ("|abcabc|abcabc|", joined({s.Left(0), s.Left(-1), s.Left(7), s.Right(0)}));
-    EXPECT_EQ("bc||ab|b",
-              joined({s.Mid(4, 0), s.Mid(6, 0), s.Substring(UINT_MAX, 2), s.Mid(1, 1)}));
-    EXPECT_EQ("1|0|0|aabc", joined({s.RemoveSubstring("bc"), s.RemoveSubstring("x"),
-                                    s.RemoveSubstring(""), s}));  // the first one only
-    s = " \tkey = v\r\n";
-    EXPECT_STREQ("key = v\r", s.Trim(kBlanks));  // carriage return is no blank
-    EXPECT_EQ("key = v\r|y = v\r|y =", joined({s.Trim(""), s.TrimLeft("ek"), s.TrimRight("v \r")}));
-    EXPECT_STREQ("", s.Trim(s));  // a set, not a sequence
+    EXPECT_EQ("|abcabc|abcabc||bc||ab|b|1|0|0|aabc",  // the first one only
+              joined({s.Left(0), s.Left(-1), s.Left(7), s.Right(0), s.Mid(4, 0), s.Mid(6, 0),
+                      s.Substring(UINT_MAX, 2), s.Mid(1, 1), s.RemoveSubstring("bc"),
+                      s.RemoveSubstring("x"), s.RemoveSubstring(""), s}));
+    s = " \tkey = v\r\n";  // carriage return is no blank; a set is no sequence
+    EXPECT_EQ(
+        "key = v\r|key = v\r|y = v\r|y =|",
+        joined({s.Trim(kBlanks), s.Trim(""), s.TrimLeft("ek"), s.TrimRight("v \r"), s.Trim(s)}));
 }
 
 TEST(Strings, KeepStillWhileLocked) {
