@@ -1,6 +1,7 @@
 #include "util/Exec.h"
 
 #include <csignal>
+#include <tuple>
 
 #include "support.h"
 
@@ -31,6 +32,8 @@ TEST(Exec, PutsTheLastFailureIntoWords) {
          "\n\n\n"},  // as if nothing had been tried
         {[](CExec& exec) { return exec.Execute() || exec.Run("") || exec.Execute(""); }, ENOENT,
          kExec + kNotFound},  // an empty command keeps the error
+        {[](CExec& exec) { return exec.Execute("no-such") || exec.Run(""); }, ENOENT,
+         kRun + kNotFound},  // but it was tried
         {[](CExec& exec) { return exec.Execute(" \t "); }, ENOENT, kExec + " \t " + kNotFound},
         {[](CExec& exec) { return exec.Execute("/ x"); }, EACCES, kExec + "/ x\n\n\n"},
         {[&](CExec& exec) { return exec.Execute(tooLong.c_str()); }, E2BIG,

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "support.h"
 #include "util/MyFileIO.h"
 
@@ -38,7 +40,7 @@ TEST(Files, AreReadAndWrittenLineByLine) {
 
 TEST(Files, OfATemporaryKindVanish) {
     const ScratchFolder folder;
-    const CString other = folder.file("other", "").c_str(), dir = folder.path().c_str();
+    const CString other = folder.file("other", "kept").c_str(), dir = folder.path().c_str();
     const auto open = [] { return filesIn("/proc/self/fd"); };
     const long before = open();
     {
@@ -51,7 +53,8 @@ TEST(Files, OfATemporaryKindVanish) {
         EXPECT_EQ("1|2", joined({file.OpenFile(other), filesIn(folder.path())}));
         EXPECT_EQ("1|0|0", joined({file.CloseFile(), file.OpenTempFile("none"), file.CloseFile()}));
     }
-    EXPECT_EQ(joined({1, before}), joined({filesIn(folder.path()), open()}));
+    EXPECT_EQ(joined({1, before, "kept"}),
+              joined({filesIn(folder.path()), open(), readFile(other.c_str()).c_str()}));
 }
 
 TEST(Files, AreCopiedByteForByte) {

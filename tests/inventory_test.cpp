@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "pci/CustomPCIDeviceList.h"
 #include "pci/PCIException.h"
 #include "support.h"
@@ -51,7 +53,9 @@ TEST(Inventory, HoldsTheNamedEntries) {
     const std::pair<std::string, const char*> kLists[] = {
         {kTotal + "2\n" + kNIC, "NIC|1|1; "},
         {kTotal + "-1\n" + kNIC, ""},
+        {kTotal + "one\n" + kNIC, ""},
         {kNIC, ""},
+        {kTotal + "1\nVendor_ID.0 = 1\n", ""},
         {kTotal + "2000000000\nVendor_ID.1999999999=1\nDevice_ID.1999999999=2\n" + kNIC,
          "NIC|1|2; NIC|2|2; "},  // what lies between takes no time
         {kTotal + "9\nvendor_id.7 = 1\nVendor_ID.5=0\nDEVICE_ID.7=2\n" + kNIC,
@@ -78,11 +82,11 @@ TEST(Inventory, FindsTheFileOfTheSystem) {
     for (const std::string name : {"SERVER", "b_c", "", "Mix", "mix"})
         list.file("CD/rwise/ini/" + name + ".ini", "");
     std::string found;
-    for (const char* keyword : {"A_SERVER", "A_B_C", "A_", "A_Mix", "A_NONE", "SERVER"}) {
+    for (const char* keyword : {"A_SERVER", "A_B_C", "A_", "A_Mix", "A_NONE", "SERVER", ""}) {
         list.setSystemKeyword(keyword);
         (found += list.getSysINIPathName().GetName().c_str()) += "|";
     }
-    EXPECT_EQ("SERVER.ini|b_c.ini|.ini|Mix.ini|||", found);
+    EXPECT_EQ("SERVER.ini|b_c.ini|.ini|Mix.ini||||", found);
 }
 
 TEST(Inventory, AppendsToItsGroupsOnEachCall) {

@@ -6,6 +6,7 @@ TEST(Paths, AreSplit) {
         {"dir/a:b", "dir/a:||b|", "dir", "a:b"},            // a drive may hold a "/"
         {"C:a:b", "C:||a:b|", "C", "a:b"},                  // the first ":" divides
         {"a.tar.html", "||a.tar.html|", "", "a.tar.html"},  // more than three characters
+        {".ini", "|||.ini", "", ".ini"},
         {"C:/d.x/a.", "C:|/d.x/|a|.", "C:/d.x", "a."},
         {"/d\\.ini", "|/|d\\|.ini", "", "d\\.ini"},
         {" /tmp/a.b.c\n", "|/tmp/|a.b|.c", " /tmp", "a.b.c\n"},  // only the four parts are trimmed
