@@ -10,25 +10,12 @@ set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C
 
-missing=
-need() { # file or command, package
-    command -v "$1" >/dev/null || [ -e "$1" ] || missing="$missing $2"
-}
-need cmake cmake
-need make make
-need g++ g++
-need /usr/include/benchmark/benchmark.h libbenchmark-dev
-need hyperfine hyperfine
-need mawk mawk
-need valgrind valgrind
-# shellcheck disable=SC2086 # one word for each package
-[ -z "$missing" ] || apt-get install -y --no-install-recommends $missing
+. scripts/lib.sh
 
+need cmake g++ hyperfine libbenchmark-dev make mawk valgrind
 echo "== Building"
-cmake --preset release >/dev/null
-cmake --build --preset release -j2 >/dev/null
-cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DSLOTRPT_BENCH=ON >/dev/null
-cmake --build build/bench -j2 >/dev/null
+build release
+build bench
 slotrpt=build/release/slotrpt
 data=build/bench/data
 rm -rf "$data"
