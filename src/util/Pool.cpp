@@ -19,48 +19,52 @@ struct FreeBlock {
 };
 constexpr std::size_t kUnit = sizeof(FreeBlock);
 
-// Small blocks are cut from chunks, in the order in which they are taken.
 struct Chunk {
     Chunk* next;
     FreeBlock units[4000];
 };
 Chunk* g_chunks = nullptr;
-std::size_t g_unitsLeft = 0;  // at the end of the first chunk
 
-FreeBlock* g_free[CPool::kLargest / kUnit + 1];  // by size in units
+// The blocks of one size. They have chunks of their own, so that a document's records lie side by
+// side, and its texts too, also when they lie where those of another document were: a walk over
+// them is as fast as memory can be read.
+struct BlockSize {
+    FreeBlock* free;  // given back, the last one first
+    FreeBlock* cut;   // what is left of the last chunk: from here
+    FreeBlock* end;   // to here
+};
+BlockSize g_sizes[CPool::kLargest / kUnit + 1];  // by size in units
 std::size_t g_blocksInUse = 0;
 
 bool isSmall(std::size_t size) { return kPooled && size <= CPool::kLargest; }
 
 std::size_t unitsOf(std::size_t size) { return (size + kUnit - 1) / kUnit; }
 
-FreeBlock* cut(std::size_t units) {
-    if (g_unitsLeft < units) {
+FreeBlock* cutBlock(BlockSize& size, std::size_t units) {
+    if (static_cast<std::size_t>(size.end - size.cut) < units) {
         Chunk* chunk = static_cast<Chunk*>(std::malloc(sizeof(Chunk)));
         if (!chunk) return nullptr;
         chunk->next = std::exchange(g_chunks, chunk);
-        g_unitsLeft = std::size(chunk->units);
+        size.cut = std::begin(chunk->units);
+        size.end = std::end(chunk->units);
     }
-    FreeBlock* block = std::end(g_chunks->units) - g_unitsLeft;
-    g_unitsLeft -= units;
-    return block;
+    return std::exchange(size.cut, size.cut + units);
 }
 
 void freeChunks() {
-    for (FreeBlock*& list : g_free) list = nullptr;
+    for (BlockSize& size : g_sizes) size = {};
     while (g_chunks) std::free(std::exchange(g_chunks, g_chunks->next));
-    g_unitsLeft = 0;
 }
 }  // namespace
 
 void* CPool::Allocate(std::size_t size) noexcept {
     if (!isSmall(size)) return std::malloc(size);
-    FreeBlock*& list = g_free[unitsOf(size)];
-    FreeBlock* block = list;
+    BlockSize& blocks = g_sizes[unitsOf(size)];
+    FreeBlock* block = blocks.free;
     if (block)
-        list = block->next;
+        blocks.free = block->next;
     else
-        block = cut(unitsOf(size));
+        block = cutBlock(blocks, unitsOf(size));
     if (block) ++g_blocksInUse;
     return block;
 }
@@ -68,6 +72,6 @@ void* CPool::Allocate(std::size_t size) noexcept {
 void CPool::Free(void* block, std::size_t size) noexcept {
     if (!isSmall(size)) return std::free(block);
     FreeBlock* freed = static_cast<FreeBlock*>(block);
-    freed->next = std::exchange(g_free[unitsOf(size)], freed);
+    freed->next = std::exchange(g_sizes[unitsOf(size)].free, freed);
     if (--g_blocksInUse == 0) freeChunks();
 }
