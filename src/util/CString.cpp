@@ -67,6 +67,14 @@ struct AnyOf {
     bool operator()(char c) const { return c != '\0' && std::strchr(set, c); }
 };
 
+// The part of the text between such characters at its ends.
+template <class IsInSet>
+std::string_view stripped(std::string_view text, IsInSet isInSet, bool left, bool right) {
+    while (left && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
+    while (right && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
+    return text;
+}
+
 // What ends the directory of a path: the last "/", or without one the first ":".
 const char* directoryEnd(const char* path) {
     const char* slash = std::strrchr(path, '/');
@@ -77,6 +85,8 @@ char folded(char c, int (*fold)(int)) {
     return static_cast<char>(fold(static_cast<unsigned char>(c)));
 }
 }  // namespace
+
+std::string_view trimmed(std::string_view text) { return stripped(text, isBlank, true, true); }
 
 // ---------------------------------------------------------------- Storage
 
@@ -95,17 +105,17 @@ void CString::release() {
 
 // The text becomes its own first `kept` characters followed by tail, which may lie in the buffer.
 // Where the result fits nothing is allocated: so do appending, trimming and cutting.
-void CString::store(std::size_t kept, const char* tail, std::size_t tailLength) {
-    const std::size_t length = kept + tailLength;
+void CString::store(std::size_t kept, std::string_view tail) {
+    const std::size_t length = kept + tail.size();
     if (length == 0) return release();
     if (buffer != emptyText && length < roomFor(std::strlen(buffer))) {
-        std::memmove(buffer + kept, tail, tailLength);
+        std::memmove(buffer + kept, tail.data(), tail.size());
         buffer[length] = '\0';
         return;
     }
     char* text = allocate(length);
     if (kept != 0) std::memcpy(text, buffer, kept);
-    std::memcpy(text + kept, tail, tailLength);
+    std::memcpy(text + kept, tail.data(), tail.size());
     text[length] = '\0';
     adopt(text);  // not before this: tail may lie in the old buffer
 }
@@ -115,8 +125,8 @@ void CString::adopt(char* text) {
     buffer = text;
 }
 
-CString CString::copyOf(const char* text, std::size_t length) {
-    g_sBuffer.store(0, text, length);
+CString CString::copyOf(std::string_view text) {
+    g_sBuffer.Assign(text);
     return g_sBuffer;
 }
 
@@ -126,15 +136,12 @@ CString::CString(const char* text) : CString() { *this = text; }
 
 CString::CString(char c, unsigned n) : CString() { RepeatChar(c, n); }
 
-void CString::operator=(const char* text) {
-    if (!text) text = "";
-    if (lockedLength == 0) store(0, text, std::strlen(text));
-}
+void CString::operator=(const char* text) { Assign(text ? text : ""); }
 
 void CString::operator=(char c) { RepeatChar(c, 1); }
 
 void CString::operator+=(const char* text) {
-    if (lockedLength == 0 && text) store(std::strlen(buffer), text, std::strlen(text));
+    if (lockedLength == 0 && text) store(std::strlen(buffer), text);
 }
 
 void CString::operator+=(char c) {
@@ -214,7 +221,7 @@ void CString::ToString(double number) { format("%g", number); }
 
 void CString::Converter(char* text, int n) {
     if (n < 1 || !text) return Empty();
-    if (lockedLength == 0) store(0, text, strnlen(text, static_cast<std::size_t>(n)));
+    Assign({text, strnlen(text, static_cast<std::size_t>(n))});
     delete[] text;
 }
 
@@ -317,21 +324,10 @@ unsigned CString::GetNumberOccurances(CString sub) const {
 
 // ---------------------------------------------------------------- Trimming and substrings
 
-// Cuts such characters off the ends. Both are found before the text changes: the set they belong to
-// may lie in it.
 template <class IsInSet>
 const char* CString::trim(IsInSet isInSet, bool left, bool right) {
     if (lockedLength != 0) return "";
-    const char* begin = buffer;
-    while (left && isInSet(*begin)) ++begin;
-    std::size_t kept = std::strlen(begin);
-    while (right && kept != 0 && isInSet(begin[kept - 1])) --kept;
-    if (kept == 0) {
-        Empty();
-    } else {
-        if (begin != buffer) std::memmove(buffer, begin, kept);
-        buffer[kept] = '\0';
-    }
+    store(0, stripped(buffer, isInSet, left, right));
     return buffer;
 }
 
@@ -341,19 +337,19 @@ const char* CString::Trim(CString set) { return trim(AnyOf{set.buffer}, true, tr
 const char* CString::Trim() { return trim(isBlank, true, true); }
 
 CString CString::Left(int n) const {
-    const std::size_t length = std::strlen(buffer);
-    return copyOf(buffer, clamped(n, length, length));
+    const std::string_view text = buffer;
+    return copyOf(text.substr(0, clamped(n, text.size(), text.size())));
 }
 
 CString CString::Mid(int start, unsigned count) const {
-    const std::size_t length = std::strlen(buffer);
-    const std::size_t from = clamped(start, length, 0), rest = length - from;
-    return copyOf(buffer + from, count == 0 ? rest : std::min<std::size_t>(count, rest));
+    const std::string_view text = buffer;
+    const std::size_t all = std::string_view::npos;
+    return copyOf(text.substr(clamped(start, text.size(), 0), count == 0 ? all : count));
 }
 
 CString CString::Right(unsigned n) const {
-    const std::size_t length = std::strlen(buffer), kept = std::min<std::size_t>(n, length);
-    return copyOf(buffer + (length - kept), kept);
+    const std::string_view text = buffer;
+    return copyOf(text.substr(text.size() - std::min<std::size_t>(n, text.size())));
 }
 
 CString CString::Substring(unsigned start, unsigned count) const {
@@ -364,7 +360,7 @@ bool CString::RemoveSubstring(CString sub) {
     const char* found = lockedLength == 0 ? findFirst(buffer, sub.buffer) : nullptr;
     if (!found) return false;
     const char* rest = found + sub.GetLength();
-    store(lengthOf(buffer, found), rest, std::strlen(rest));
+    store(lengthOf(buffer, found), rest);
     return true;
 }
 
@@ -514,7 +510,7 @@ CString CString::Lower() const { return CString(*this).ToLower(); }
 
 CString CString::GetPath() const {
     const char* end = directoryEnd(buffer);
-    return copyOf(buffer, end ? lengthOf(buffer, end) : 0);
+    return copyOf({buffer, end ? lengthOf(buffer, end) : 0});
 }
 
 CString CString::GetPath(CString path) {

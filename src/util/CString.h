@@ -2,11 +2,14 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <string_view>
 #include <utility>
 
 /// The characters that Trim() and the token operations remove. Carriage return is not one of them.
 inline constexpr char kBlanks[] = " \t\n";
 constexpr bool isBlank(char c) { return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2]; }
+/// The part of the text between the blanks at its ends.
+std::string_view trimmed(std::string_view text);
 
 /// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
 ///
@@ -71,6 +74,10 @@ public:
     }
     void operator=(const char* text);
     void operator=(char c);  ///< The string becomes this one character.
+    /// The string becomes this text, which holds no NUL: the assignment where the length is known.
+    void Assign(std::string_view text) {
+        if (lockedLength == 0) store(0, text);
+    }
     void operator+=(const CString& other) { *this += other.buffer; }
     void operator+=(const char* text);
     void operator+=(char c);  ///< NUL appends nothing.
@@ -255,9 +262,9 @@ public:
 
 private:
     static int order(Operand a, Operand b);
-    static CString copyOf(const char* text, std::size_t length);
+    static CString copyOf(std::string_view text);
     void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
-    void store(std::size_t kept, const char* tail, std::size_t tailLength);
+    void store(std::size_t kept, std::string_view tail);
     void adopt(char* text);
     template <class IsInSet>
     const char* trim(IsInSet isInSet, bool left, bool right);

@@ -99,6 +99,13 @@ int numberOf(const char* line) {
     const long long number = std::strtoll(digits, nullptr, 10);
     return number <= INT_MAX ? static_cast<int>(number) : -1;
 }
+
+// Null when memory for the record runs out.
+CIniFile::IniLineDef* makeLine(std::string_view text) {
+    auto* line = new (std::nothrow) CIniFile::IniLineDef;
+    if (line) line->sLine.Assign(trimmed(text));
+    return line;
+}
 }  // namespace
 
 void* CIniFile::IniLineDef::operator new(std::size_t size) {
@@ -140,8 +147,7 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
 CString CIniFile::ReadString(CString section, CString key, CString fallback) {
     m_sValue.Empty();
     if (FindItem(std::move(section), std::move(key), m_sValue)) {
-        m_sValue = std::strchr(m_sValue.c_str(), '=') + 1;
-        m_sValue.Trim();
+        m_sValue.Assign(trimmed(std::strchr(m_sValue.c_str(), '=') + 1));
     } else {
         m_sValue = std::move(fallback);
     }
@@ -203,9 +209,8 @@ bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowD
     const bool isFound = line && !isHeader(line->sLine.c_str());
     if (isFound && isBare) return false;  // the section holds this line already
     if (isFound) {
-        line->sLine = text;
-        line->sLine.Trim();
-    } else if (!(inSection ? addEntry(line, text) : addSection(section, text))) {
+        line->sLine.Assign(trimmed(text.c_str()));
+    } else if (!(inSection ? addEntry(line, text.c_str()) : addSection(section, text.c_str()))) {
         return false;
     }
     m_bModified = true;
@@ -215,18 +220,18 @@ bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowD
 
 // Adds an entry to the section that ends at this header, or with the document: after its last line
 // and before the blank lines behind that, of which there shall be one before a header.
-bool CIniFile::addEntry(IniLineDef* nextHeader, const CString& text) {
-    if (text.IsEmpty()) return true;
-    if (!nextHeader) return InsertLine(blanksAtEnd(), text);
+bool CIniFile::addEntry(IniLineDef* nextHeader, std::string_view text) {
+    if (text.empty()) return true;
+    if (!nextHeader) return insert(blanksAtEnd(), text);
     IniLineDef* at = RewindBlanks(nextHeader);
-    return InsertLine(at, text) && (at != nextHeader || InsertLine(nextHeader, ""));
+    return insert(at, text) && (at != nextHeader || insert(nextHeader, ""));
 }
 
 // Adds a section after the last line that is not blank, with one blank line between.
-bool CIniFile::addSection(const CString& section, const CString& text) {
+bool CIniFile::addSection(const CString& section, std::string_view text) {
     IniLineDef* at = blanksAtEnd();
-    if (at != m_pFirstLine && !InsertLine(at, "")) return false;
-    return InsertLine(at, "[" + section + "]") && (text.IsEmpty() || InsertLine(at, text));
+    if (at != m_pFirstLine && !insert(at, "")) return false;
+    return InsertLine(at, "[" + section + "]") && (text.empty() || insert(at, text));
 }
 
 // The first of the blank lines that end the document; null when none do.
@@ -256,15 +261,17 @@ bool CIniFile::WriteIniFile(CString path) {
 bool CIniFile::ReadIniFile(CString path) {
     CMyFileIO file;
     if (!file.OpenFile(std::move(path))) return false;
-    CString line;
-    while (file.ReadString(line))
-        if (!AddLine(std::move(line))) return false;
+    std::string_view line;
+    while (file.ReadLine(line))
+        if (!append(line)) return false;
     return true;
 }
 
-bool CIniFile::AddLine(CString text) {
+bool CIniFile::AddLine(CString text) { return append(text.c_str()); }
+
+bool CIniFile::append(std::string_view text) {
     if (m_pFirstLine && !m_pFirstLine->pPrev) return false;  // a broken list is not extended
-    IniLineDef* line = MakeNewLine(std::move(text));
+    IniLineDef* line = makeLine(text);
     if (!line) {
         CErrorHandler().ErrorHandler(CErrorHandler::ecWarn, CErrorHandler::ecMemory,
                                      "IniFile.AddLine()");
@@ -280,10 +287,12 @@ bool CIniFile::AddLine(CString text) {
     return true;
 }
 
-bool CIniFile::InsertLine(IniLineDef* before, CString text) {
-    if (!before || !m_pFirstLine) return AddLine(std::move(text));
+bool CIniFile::InsertLine(IniLineDef* before, CString text) { return insert(before, text.c_str()); }
+
+bool CIniFile::insert(IniLineDef* before, std::string_view text) {
+    if (!before || !m_pFirstLine) return append(text);
     if (!before->pPrev) return false;
-    IniLineDef* line = MakeNewLine(std::move(text));
+    IniLineDef* line = makeLine(text);
     if (!line) return false;
     line->pPrev = before->pPrev;  // of the first line: the last one, which stays the last
     line->pNext = before;
@@ -295,14 +304,7 @@ bool CIniFile::InsertLine(IniLineDef* before, CString text) {
     return true;
 }
 
-CIniFile::IniLineDef* CIniFile::MakeNewLine(CString text) {
-    IniLineDef* line = new (std::nothrow) IniLineDef;
-    if (line) {
-        line->sLine = std::move(text);
-        line->sLine.Trim();
-    }
-    return line;
-}
+CIniFile::IniLineDef* CIniFile::MakeNewLine(CString text) { return makeLine(text.c_str()); }
 
 CIniFile::IniLineDef* CIniFile::RewindBlanks(IniLineDef* line) {
     if (!line || !m_pFirstLine) return line;

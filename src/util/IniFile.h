@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "util/CString.h"
@@ -113,8 +114,10 @@ public:
     void DeleteLines();  ///< Frees every line: the document is empty then.
 
 private:
-    bool addEntry(IniLineDef* nextHeader, const CString& text);
-    bool addSection(const CString& section, const CString& text);
+    bool append(std::string_view text);
+    bool insert(IniLineDef* before, std::string_view text);
+    bool addEntry(IniLineDef* nextHeader, std::string_view text);
+    bool addSection(const CString& section, std::string_view text);
     IniLineDef* blanksAtEnd();
 
     bool m_bModified = false;            // edits are not written back yet

@@ -40,9 +40,12 @@ struct LineBuffer {
 } g_line;
 
 // Removes what adds nothing to a line. Nearly all lines hold neither, which is quickly seen.
-void dropReturnsAndNULs(char* text, std::size_t length) {
-    if (!std::memchr(text, '\r', length) && std::strlen(text) == length) return;
-    *std::remove_if(text, text + length, [](char c) { return c == '\r' || c == '\0'; }) = '\0';
+std::string_view withoutReturnsAndNULs(char* text, std::size_t length) {
+    if (std::memchr(text, '\r', length) || std::memchr(text, '\0', length)) {
+        const auto isDropped = [](char c) { return c == '\r' || c == '\0'; };
+        length = static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
+    }
+    return {text, length};
 }
 
 // Characters that come one by one. Its length is known, unlike that of a string, so a text of any
@@ -117,17 +120,21 @@ bool CMyFileIO::CloseFile() {
 // ---------------------------------------------------------------- Reading and writing
 
 bool CMyFileIO::ReadString(CString& line) {
-    line.Empty();
+    std::string_view text;
+    ReadLine(text);
+    line.Assign(text);
+    return !line.IsEmpty();
+}
+
+bool CMyFileIO::ReadLine(std::string_view& line) {
+    line = {};
     if (!m_bOpen) return false;
     const ssize_t length = getdelim(&g_line.text, &g_line.room, '\n', m_pFile);
     // Neither the end nor a read error: there was no memory for the line.
     if (length < 0 && !std::feof(m_pFile) && !std::ferror(m_pFile)) CString::OutOfMemory();
     if (length <= 0 || g_line.text[length - 1] != '\n') m_bEOF = true;
-    if (length > 0) {
-        dropReturnsAndNULs(g_line.text, static_cast<std::size_t>(length));
-        line = g_line.text;
-    }
-    return !line.IsEmpty();
+    if (length > 0) line = withoutReturnsAndNULs(g_line.text, static_cast<std::size_t>(length));
+    return !line.empty();
 }
 
 bool CMyFileIO::Rewind() {
