@@ -1,7 +1,7 @@
 #include "util/Pool.h"
 
+#include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -19,11 +19,9 @@ struct FreeBlock {
 };
 constexpr std::size_t kUnit = sizeof(FreeBlock);
 
-struct Chunk {
-    Chunk* next;
-    FreeBlock units[4000];
-};
-Chunk* g_chunks = nullptr;
+// Small blocks are cut from chunks, the first unit of which links them.
+FreeBlock* g_chunks = nullptr;
+constexpr std::size_t kFirstChunk = 128, kLastChunk = 4000;  // in units; each is twice the last one
 
 // The blocks of one size. They have chunks of their own, so that a document's records lie side by
 // side, and its texts too, also when they lie where those of another document were: a walk over
@@ -32,6 +30,7 @@ struct BlockSize {
     FreeBlock* free;  // given back, the last one first
     FreeBlock* cut;   // what is left of the last chunk: from here
     FreeBlock* end;   // to here
+    std::size_t lastChunk;
 };
 BlockSize g_sizes[CPool::kLargest / kUnit + 1];  // by size in units
 std::size_t g_blocksInUse = 0;
@@ -42,11 +41,13 @@ std::size_t unitsOf(std::size_t size) { return (size + kUnit - 1) / kUnit; }
 
 FreeBlock* cutBlock(BlockSize& size, std::size_t units) {
     if (static_cast<std::size_t>(size.end - size.cut) < units) {
-        Chunk* chunk = static_cast<Chunk*>(std::malloc(sizeof(Chunk)));
+        const std::size_t length = std::clamp(2 * size.lastChunk, kFirstChunk, kLastChunk);
+        FreeBlock* chunk = static_cast<FreeBlock*>(std::malloc((1 + length) * kUnit));
         if (!chunk) return nullptr;
         chunk->next = std::exchange(g_chunks, chunk);
-        size.cut = std::begin(chunk->units);
-        size.end = std::end(chunk->units);
+        size.cut = chunk + 1;
+        size.end = size.cut + length;
+        size.lastChunk = length;
     }
     return std::exchange(size.cut, size.cut + units);
 }
