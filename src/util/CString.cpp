@@ -67,6 +67,14 @@ struct AnyOf {
     bool operator()(char c) const { return c != '\0' && std::strchr(set, c); }
 };
 
+// Takes the text before the first separator off `rest`, together with it; without one, all of it.
+std::string_view takeToken(const char*& rest, const CString& sep) {
+    const char* found = findFirst(rest, sep.c_str());
+    const std::string_view token(rest, found ? lengthOf(rest, found) : std::strlen(rest));
+    rest = found ? found + sep.GetLength() : rest + token.size();
+    return token;
+}
+
 // The part of the text between such characters at its ends.
 template <class IsInSet>
 std::string_view stripped(std::string_view text, IsInSet isInSet, bool left, bool right) {
@@ -366,13 +374,13 @@ bool CString::RemoveSubstring(CString sub) {
 
 // ---------------------------------------------------------------- Tokens
 
-// Divides the text in hand at its first separator; without one, all of it is the head.
+// Divides the text in hand at its first separator; without one, nothing changes.
 void CString::divide(const CString& sep, bool keepSeparator) {
-    const int head = tokenWork->Find(sep);
-    if (head < 0) return;
-    const int rest = head + static_cast<int>(sep.GetLength());
-    *tokenRest = tokenWork->Mid(rest, 0);
-    *tokenWork = tokenWork->Left(keepSeparator ? rest : head);
+    const char* rest = tokenWork->buffer;
+    const std::string_view head = takeToken(rest, sep);
+    if (rest == head.data() + head.size()) return;
+    tokenRest->Assign(rest);
+    tokenWork->Assign({head.data(), keepSeparator ? lengthOf(head.data(), rest) : head.size()});
 }
 
 CString CString::StrTok(CString sep) {
@@ -385,7 +393,7 @@ CString CString::StrTok(CString sep) {
 
 CString CString::StrTok() {
     BufferInit();
-    *tokenWork = *tokenRest;
+    *tokenWork = std::move(*tokenRest);
     tokenRest->Empty();
     return StrTokIt();
 }
@@ -480,10 +488,19 @@ void CString::SortTokens(CString sep) {
 
 unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
     const unsigned total = std::min(GetNumberTokens(sep), max);
+    if (total == 0) return 0;
+    // The walk of StrTok, with its snapshot, but without copying the rest for each token.
+    BufferInit();
+    *tokenWork = *this;
+    const char* rest = tokenWork->buffer;
+    std::string_view token;
     for (unsigned i = 0; i < total; ++i) {
-        out[i] = i == 0 ? StrTok(sep) : StrTok();
-        out[i].Trim();
+        token = takeToken(rest, sep);
+        out[i].Assign(trimmed(token));
     }
+    tokenRest->Assign(rest);
+    tokenWork->Assign(token);
+    *tokenSeparator = std::move(sep);
     return total;
 }
 
