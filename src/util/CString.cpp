@@ -116,7 +116,7 @@ void CString::release() {
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();
-    if (buffer != emptyText && length < roomFor(std::strlen(buffer))) {
+    if (buffer != emptyText && length < roomFor(kept + std::strlen(buffer + kept))) {
         std::memmove(buffer + kept, tail.data(), tail.size());
         buffer[length] = '\0';
         return;
