@@ -5,10 +5,10 @@
 /// The memory of what a document has by the thousand: its line records and their short texts.
 ///
 /// Small blocks are taken and given back without the bookkeeping of malloc and free, and without a
-/// byte around them. Those of one size lie together, in the order in which they are first taken;
-/// one that was given back is the next of its size to be taken. The memory behind them goes back to
-/// the system when no small block is left. Larger blocks are malloc's, as are all in builds with an
-/// address sanitizer.
+/// byte around them. Those of one size lie side by side, in the order in which they are first
+/// taken; one that was given back is the next of its size to be taken. The memory behind them goes
+/// back to the system when no small block is left. Larger blocks are malloc's, as are all in builds
+/// with an address sanitizer.
 class CPool {
 public:
     CPool() = delete;
