@@ -62,22 +62,22 @@ std::size_t clamped(int position, std::size_t length, std::size_t ifNegative) {
                         : std::min<std::size_t>(static_cast<unsigned>(position), length);
 }
 
-struct AnyOf {
-    const char* set;
-    bool operator()(char c) const { return c != '\0' && std::strchr(set, c); }
-};
-
-// Takes the text before the first separator off `rest`, together with it; without one, all of it.
-std::string_view takeToken(const char*& rest, const CString& sep) {
-    const char* found = findFirst(rest, sep.c_str());
-    const std::string_view token(rest, found ? lengthOf(rest, found) : std::strlen(rest));
-    rest = found ? found + sep.GetLength() : rest + token.size();
-    return token;
+// Takes the first token and the separator behind it off `rest`; whether there was a separator.
+bool takeToken(const char*& rest, const CString& sep, std::string_view& token) {
+    const char* end = findFirst(rest, sep.c_str());
+    token = {rest, end ? lengthOf(rest, end) : std::strlen(rest)};
+    rest = end ? end + sep.GetLength() : rest + token.size();
+    return end;
 }
 
-// The part of the text between such characters at its ends.
+struct AnyOf {
+    const char* set;
+    bool operator()(char c) const { return std::strchr(set, c); }
+};
+
+// The text without such characters at its ends.
 template <class IsInSet>
-std::string_view stripped(std::string_view text, IsInSet isInSet, bool left, bool right) {
+std::string_view trimmed(std::string_view text, IsInSet isInSet, bool left, bool right) {
     while (left && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
     while (right && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
     return text;
@@ -94,7 +94,7 @@ char folded(char c, int (*fold)(int)) {
 }
 }  // namespace
 
-std::string_view trimmed(std::string_view text) { return stripped(text, isBlank, true, true); }
+std::string_view trimmed(std::string_view text) { return trimmed(text, isBlank, true, true); }
 
 // ---------------------------------------------------------------- Storage
 
@@ -112,10 +112,11 @@ void CString::release() {
 }
 
 // The text becomes its own first `kept` characters followed by tail, which may lie in the buffer.
-// Where the result fits nothing is allocated: so do appending, trimming and cutting.
+// Where the result fits, nothing is allocated: appending, trimming and cutting mostly do not.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();
+    // Who keeps some of the text has counted that far.
     if (buffer != emptyText && length < roomFor(kept + std::strlen(buffer + kept))) {
         std::memmove(buffer + kept, tail.data(), tail.size());
         buffer[length] = '\0';
@@ -335,7 +336,7 @@ unsigned CString::GetNumberOccurances(CString sub) const {
 template <class IsInSet>
 const char* CString::trim(IsInSet isInSet, bool left, bool right) {
     if (lockedLength != 0) return "";
-    store(0, stripped(buffer, isInSet, left, right));
+    store(0, trimmed(buffer, isInSet, left, right));
     return buffer;
 }
 
@@ -377,8 +378,8 @@ bool CString::RemoveSubstring(CString sub) {
 // Divides the text in hand at its first separator; without one, nothing changes.
 void CString::divide(const CString& sep, bool keepSeparator) {
     const char* rest = tokenWork->buffer;
-    const std::string_view head = takeToken(rest, sep);
-    if (rest == head.data() + head.size()) return;
+    std::string_view head;
+    if (!takeToken(rest, sep, head)) return;
     tokenRest->Assign(rest);
     tokenWork->Assign({head.data(), keepSeparator ? lengthOf(head.data(), rest) : head.size()});
 }
@@ -440,15 +441,13 @@ int CString::FindToken(CString token, CString sep) const {
     CString text = *this;
     text.Trim();
     if (text.IsEmpty()) return -1;
-    for (const char* start = text.buffer;;) {
-        const char* end = findFirst(start, sep.buffer);
-        const std::size_t length = end ? lengthOf(start, end) : std::strlen(start);
-        const bool isEqual =
-            length == token.GetLength() && std::memcmp(start, token.buffer, length) == 0;
-        if (isEqual) return static_cast<int>(start - text.buffer);
-        if (!end) return -1;
-        start = end + sep.GetLength();
+    const char* rest = text.buffer;
+    std::string_view found;
+    for (bool goesOn = true; goesOn;) {
+        goesOn = takeToken(rest, sep, found);
+        if (found == token.buffer) return static_cast<int>(found.data() - text.buffer);
     }
+    return -1;
 }
 
 void CString::AddToken(CString token, CString sep) {
@@ -495,7 +494,7 @@ unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
     const char* rest = tokenWork->buffer;
     std::string_view token;
     for (unsigned i = 0; i < total; ++i) {
-        token = takeToken(rest, sep);
+        takeToken(rest, sep, token);
         out[i].Assign(trimmed(token));
     }
     tokenRest->Assign(rest);
