@@ -101,13 +101,14 @@ public:
     /// Appends the lines of a file, as the constructor does. Whether it could be opened, and memory
     /// held for its lines; a read error counts as the end of the file.
     bool ReadIniFile(CString path);
-    /// Appends one line, trimmed. When memory for it runs out, says so on standard error and
-    /// returns false.
+    /// Appends one line, trimmed. When memory for its record runs out, says so on standard error
+    /// and returns false; for its text, as for any string, that is the fatal report.
     bool AddLine(CString text);
     /// Inserts one line, trimmed, before another; appends with AddLine when `before` is null. False
-    /// when memory for it runs out, or `before` is not linked in.
+    /// when memory for its record runs out, or `before` is not linked in.
     bool InsertLine(IniLineDef* before, CString text);
-    /// A new line outside the list, trimmed, owned by the caller; null when memory runs out.
+    /// A new line outside the list, trimmed, owned by the caller; null when memory for it
+    /// runs out.
     IniLineDef* MakeNewLine(CString text);
     /// The first of the blank lines directly before `line`, or `line` itself when there are none.
     IniLineDef* RewindBlanks(IniLineDef* line);

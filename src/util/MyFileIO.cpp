@@ -122,7 +122,7 @@ bool CMyFileIO::CloseFile() {
 bool CMyFileIO::ReadString(CString& line) {
     std::string_view text;
     ReadLine(text);
-    line.Assign(text);
+    line.Assign(text);  // while locked, the line keeps the text it has
     return !line.IsEmpty();
 }
 

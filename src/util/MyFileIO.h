@@ -47,7 +47,8 @@ public:
     /// Reads the next line with its line feed, without carriage returns and NULs; false when
     /// nothing is left, or when a read error ended the file early: `line` is then empty.
     bool ReadString(CString& line);
-    /// The same without a copy: `line` shows the text, without a NUL, until any file reads again.
+    /// The same without a copy: `line` shows the text, with no NUL behind it, until any file reads
+    /// a line again.
     bool ReadLine(std::string_view& line);
     /// Whether a read has met the end of the file, or no file is open. After the last line has been
     /// read in full this is still false.
