@@ -1,12 +1,13 @@
 // Lets the allocations of a program fail. It is preloaded into the program, and takes its orders
 // from the environment:
-//   SLOTRPT_FAIL_AT=N    the N-th allocation fails, counted from 1
-//   SLOTRPT_FAIL_ON=1    and so do all that follow it
-//   SLOTRPT_COUNT=FILE   the number of allocations is written to this file in the end
+//   SLOTRPT_FAIL=N    the N-th allocation fails, counted from 1
+//   SLOTRPT_FAIL=N+   and so do all that follow it
+//   SLOTRPT_FAIL=0    none fails, and their number is printed on standard error in the end
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 // What the C library keeps its own allocator under.
 extern "C" void* __libc_malloc(std::size_t size);
@@ -14,29 +15,24 @@ extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 extern "C" void* __libc_realloc(void* block, std::size_t size);
 
 namespace {
-int g_calls = 0, g_failAt = 0;
-bool g_failOn = false, g_counting = false;
+const char* g_orders = nullptr;  // null while the dynamic linker is still at work
+int g_failAt = 0, g_calls = 0;
 
 bool fails() {
-    if (!g_counting) return false;  // the dynamic linker is still at work
+    if (!g_orders) return false;
     ++g_calls;
-    const bool fail = g_failAt != 0 && (g_calls == g_failAt || (g_failOn && g_calls > g_failAt));
+    const bool fail = g_calls == g_failAt || (g_calls > g_failAt && std::strchr(g_orders, '+'));
     if (fail) errno = ENOMEM;
     return fail;
 }
 
 __attribute__((constructor)) void start() {
-    const char *at = std::getenv("SLOTRPT_FAIL_AT"), *on = std::getenv("SLOTRPT_FAIL_ON");
-    g_failAt = at ? std::atoi(at) : 0;
-    g_failOn = on && *on == '1';
-    g_counting = true;
+    g_orders = std::getenv("SLOTRPT_FAIL");
+    g_failAt = g_orders ? std::atoi(g_orders) : 0;
 }
 
 __attribute__((destructor)) void finish() {
-    g_counting = false;
-    const char* path = std::getenv("SLOTRPT_COUNT");
-    std::FILE* file = path ? std::fopen(path, "w") : nullptr;
-    if (file && std::fprintf(file, "%d", g_calls) > 0) std::fclose(file);
+    if (g_failAt == 0) std::fprintf(stderr, "%d", g_calls);
 }
 }  // namespace
 
