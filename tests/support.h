@@ -66,16 +66,3 @@ inline Outcome inChild(const std::function<int()>& body, const std::string& inpu
     status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     return {readFile(out), std::to_string(status) + "|" + readFile(err)};
 }
-
-using Prepare = std::function<void()>;
-
-/// Runs the converter with one argument, or with none when it is null. `prepare` is called first,
-/// in its process.
-inline Outcome convert(
-    const std::string& cd, const char* argument, const Prepare& prepare = [] {}) {
-    return inChild([&] {
-        prepare();
-        setenv("RWCD", cd.c_str(), 1);
-        return execl(SLOTRPT_PROGRAM, "slotrpt", argument, nullptr);
-    });
-}
