@@ -22,8 +22,8 @@ TEST(Files, AreReadAndWrittenLineByLine) {
     EXPECT_EQ("0|0|0|0|0||1",
               joined({file.Open(), file.Close(), file.Rewind(), file.WriteStringNL(),
                       file.ReadString(line), line, file.IsEOF()}));
-    EXPECT_TRUE(file.OpenFile(folder.file("a", "ab\r\n\ncd").c_str()));
-    EXPECT_FALSE(file.OpenFile(""));  // no name: the open file stays
+    // Without a name, the open file stays.
+    EXPECT_TRUE(file.OpenFile(folder.file("a", "ab\r\n\ncd").c_str()) && !file.OpenFile(""));
     for (int pass = 0; pass < 2; ++pass) {
         for (const char* expected : {"1|ab\n|0", "1|\n|0", "1|cd|1", "0||1"})
             EXPECT_EQ(expected, joined({file.ReadString(line), line, file.IsEOF()}));
@@ -35,7 +35,8 @@ TEST(Files, AreReadAndWrittenLineByLine) {
     EXPECT_EQ("1|1|a\nb\n",
               joined({file.Close(), file.Exists(), readFile(folder.path("new")).c_str()}));
     EXPECT_EQ("1|0|0", joined({file.DeleteFile(), file.Exists(), file.DeleteFile()}));
-    EXPECT_EQ("1|0", joined({file.OpenFile("/dev/full", "w+"), file.WriteStringNL("x")}));
+    EXPECT_EQ("1|0|1|0", joined({file.OpenFile("/dev/full", "w+"), file.WriteStringNL("x"),
+                                 file.WriteString("x"), file.Close()}));
 }
 
 TEST(Files, OfATemporaryKindVanish) {
@@ -50,7 +51,8 @@ TEST(Files, OfATemporaryKindVanish) {
         EXPECT_EQ(joined({3, before + 2}), joined({filesIn(folder.path()), open()}));
         EXPECT_TRUE(file.WriteString("x") && file.Rewind() && file.ReadString(line));
         EXPECT_EQ("x|1|3", joined({line, file.OpenTempFile(dir), filesIn(folder.path())}));
-        EXPECT_EQ("1|2", joined({file.OpenFile(other), filesIn(folder.path())}));
+        EXPECT_EQ("1|1|2",
+                  joined({file.OpenFile(other), file.OpenFile(other), filesIn(folder.path())}));
         EXPECT_EQ("1|0|0", joined({file.CloseFile(), file.OpenTempFile("none"), file.CloseFile()}));
     }
     EXPECT_EQ(joined({1, before, "kept"}),
@@ -65,9 +67,11 @@ TEST(Files, AreCopiedByteForByte) {
             dir = folder.path().c_str();
     EXPECT_FALSE(File::CopyFile("none", target) || File::CopyFile(dir, target) ||
                  File::Exists(target));
-    EXPECT_TRUE(File::CopyFile(source, target) && File::CopyFile(source, source));
+    EXPECT_TRUE(File::CopyFile(source, target) && File::CopyFile(source, source) &&
+                File::Exists(dir));
     EXPECT_TRUE(readFile(target.c_str()) == bytes && readFile(source.c_str()) == bytes);
-    EXPECT_FALSE(File::CopyFile(source, dir) || File::SetReadOnly("none", true));
+    EXPECT_FALSE(File::CopyFile(source, dir) || File::SetReadOnly("none", true) ||
+                 File::GetFileVersion("none", dir));
     const auto mode = [&](bool readOnly) {
         EXPECT_TRUE(File::SetReadOnly(target, readOnly));
         return static_cast<int>(std::filesystem::status(target.c_str()).permissions());
@@ -79,7 +83,8 @@ TEST(Files, AreCopiedByteForByte) {
 
 TEST(Files, CarryAVersionStamp) {
     const ScratchFolder folder;
-    const std::string zero(2, '\0'), value = "1.2.3.4", name = utf16("FileVersion") + zero;
+    const std::string zero(2, '\0'), value = "1.2." + std::string(100, '3'),
+                                     name = utf16("FileVersion") + zero;
     const std::string key = "MZ" + utf16("FileVe") + "x" + name + zero,
                       stamp = key + utf16(value) + zero;
     const auto read = [&](const std::string& bytes) {

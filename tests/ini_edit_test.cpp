@@ -9,12 +9,11 @@ TEST(IniEdit, WritesTheFileBack) {
         {"[A]\n[A]\nK = 1\n", "A", "K", "2", "[A]\nK = 2\n\n[A]\nK = 1\n"},
         {"[A]\nK = 1\n\n\n[B]\nX = 2\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[B]\nX = 2\n"},
         {"[A]\n[B]\nX = 2\n\n\n", "B", "N", "5", "[A]\n[B]\nX = 2\nN = 5\n\n\n"},
-        {"\n[A]\n", "", "K", "1", "K = 1\n\n[A]\n"},
         // A new section: before the blank lines at the end, behind one of its own.
         {"X = 2\n\n\n", "C", "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
         {"\n \n", "C", "K", "1", "[C]\nK = 1\n\n\n"},
-        {"X = 2", "C", "", "", "X = 2\n\n[C]\n"},
-        {"[A]\n[B]\n", "A", "", "", "[A]\n[B]\n"},
+        {"X = 2", "c", "", "", "X = 2\n\n[c]\n"},
+        {"[A]\n\n[B]\n", "A", "", "", "[A]\n\n[B]\n"},
         // Another case, or another section, makes no duplicate of a bare line.
         {"[A]\n\nitem\n[B]\nItem\n", "A", "", "Item", "[A]\n\nitem\nItem\n\n[B]\nItem\n"},
     };

@@ -6,11 +6,11 @@ constexpr const char* kNull = nullptr;
 
 TEST(Strings, AreMadeOfAnything) {
     EXPECT_EQ("|x|xxx|", joined({CString('x', 0), CString('x', 1), CString('x', 3), kNull}));
-    EXPECT_EQ("-32768|65535|-2147483648|4294967295",
-              joined({short{SHRT_MIN}, static_cast<unsigned short>(65535), INT_MIN, UINT_MAX}));
+    EXPECT_EQ(
+        "-32768|65535|-2147483648|4294967295|" + std::to_string(LONG_MIN),
+        joined({short{SHRT_MIN}, static_cast<unsigned short>(65535), INT_MIN, UINT_MAX, LONG_MIN}));
     EXPECT_EQ("2|0.1|-1.23457e+06|1e-05|100000|1e+10|-1.5e-300",
               joined({2.0, 0.1f, -1234567.0, 0.00001, 100000.0, 1e10, -1.5e-300}));
-    EXPECT_EQ(std::to_string(LONG_MIN), joined({LONG_MIN}));
     const auto toInt = [](CString text) { return text.ToInt(); };
     EXPECT_EQ("-12|7|10|0|2147483647|-2147483648",
               joined({toInt(" \t-12a"), toInt("+7"), toInt("010"), toInt("a"), toInt("2147483648"),
@@ -28,8 +28,9 @@ TEST(Strings, AssignAndAppendEvenThemselves) {
     s += kNull;
     s += '\0';
     EXPECT_EQ("abcdef|cdefcdefef", joined({copy, s}));
+    copy = kNull;
     s = 'x';  // the sums go through one scratch string
-    EXPECT_EQ("axbyc|xx|yx", joined({"a" + s + "b" + 'y' + CString("c"), s + s, 'y' + s}));
+    EXPECT_EQ("|axbyc|xx|yx", joined({copy, "a" + s + "b" + 'y' + CString("c"), s + s, 'y' + s}));
     EXPECT_EQ("120|0|1|0|", joined({s.GetLastChar(), s[1], s.SetAt(0, '\0'), s.SetAt(0, 'y'), s}));
     for (int i = 0; i < 1000; ++i) s += "ab";
     EXPECT_EQ(s, s.Left(999) + s.Right(1001));
@@ -43,7 +44,6 @@ TEST(Strings, CompareEvenWithNullTexts) {
     EXPECT_EQ("1|0|0|0|1|1", compare(s, "abc"));
     EXPECT_EQ("0|1|1|0|1|0", compare("z", CString("\xE4")));  // bytes are unsigned
     EXPECT_EQ("0|1|0|1|0|1", compare(CString(), kNull));
-    EXPECT_EQ("0|1|1|0|1|0", compare(kNull, CString()));
     std::ostringstream stream;
     stream << s << CString();
     EXPECT_EQ("0|0|1|abc", joined({s.CompareNoCase("ABC"), s.Equals("ABC"), s.EqualsNoCase("ABC"),
@@ -60,14 +60,14 @@ TEST(Strings, FindCutAndTrim) {
     EXPECT_TRUE(s.IsSubstring("cab") && s.StartsWith("abca") && s.StartsWith(s) && s.EndsWith(s));
     EXPECT_FALSE(s.IsSubstring("") || s.StartsWith("") || s.EndsWith("") || s.EndsWith("b") ||
                  s.StartsWith("abcabca") || s.EndsWith("aabcabc"));
-    EXPECT_EQ("|abcabc|abcabc||bc||ab|b|1|0|0|aabc",  // the first one only
-              joined({s.Left(0), s.Left(-1), s.Left(7), s.Right(0), s.Mid(4, 0), s.Mid(6, 0),
+    EXPECT_EQ("|abcabc|abcabc|abcabc|bc||ab|b|1|0|0|aabc",  // the first one only
+              joined({s.Left(0), s.Left(-1), s.Left(7), s.Right(7), s.Mid(4, 0), s.Mid(6, 0),
                       s.Substring(UINT_MAX, 2), s.Mid(1, 1), s.RemoveSubstring("bc"),
                       s.RemoveSubstring("x"), s.RemoveSubstring(""), s}));
     s = " \tkey = v\r\n";  // carriage return is no blank; a set is no sequence
-    EXPECT_EQ(
-        "key = v\r|key = v\r|y = v\r|y =|",
-        joined({s.Trim(kBlanks), s.Trim(""), s.TrimLeft("ek"), s.TrimRight("v \r"), s.Trim(s)}));
+    EXPECT_EQ("key = v\r|key = v\r|y = v\r|y =|",
+              joined({s.Trim(kBlanks), s.Trim(""), s.TrimLeft("ek\r"), s.TrimRight("yv \r"),
+                      s.TrimLeft(s)}));
 }
 
 TEST(Strings, KeepStillWhileLocked) {
