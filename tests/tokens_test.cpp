@@ -31,6 +31,9 @@ TEST(Tokens, AreWalkedOverASnapshot) {
         joined({copy.StrTok(), list.StrTok(), list.StrTok(), list.StrTok(), list.StrTok("")}));
     EXPECT_EQ("k:|v:w|v:w|k:v:w|", joined({list.StrBreak(":"), list.StrBreak(), list.StrBreak(),
                                            list.StrBreak("="), list.StrBreak()}));
+    CString parts[2] = {"a;b;c;d"};  // the list is the first to be overwritten
+    EXPECT_EQ("2|a|b|b|c|d", joined({parts[0].ParseTokens(parts, 2, ";"), parts[0], parts[1],
+                                     parts[0].StrTokIt(), parts[0].StrTok(), parts[0].StrBreak()}));
 }
 
 TEST(Tokens, AreFoundInsertedAndSorted) {
