@@ -20,8 +20,9 @@ void* operator new(std::size_t size) {
     if (!memory) throw std::bad_alloc();
     return memory;
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+// Not inlined, or the compiler takes the memory of new for given back to the wrong place.
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 // CPool::Allocate. The link of the benchmarks sends every call of it here first.
 extern "C" {
