@@ -260,11 +260,28 @@ bool CIniFile::WriteIniFile(CString path) {
 
 bool CIniFile::ReadIniFile(CString path) {
     CMyFileIO file;
-    if (!file.OpenFile(std::move(path))) return false;
-    std::string_view line;
-    while (file.ReadLine(line))
-        if (!append(line)) return false;
-    return true;
+    return file.OpenFile(std::move(path)) && readLines(file);
+}
+
+// Takes the lines from where they were read: a block of the file, after the beginning of a line
+// that the last block has left unfinished.
+bool CIniFile::readLines(CMyFileIO& file) {
+    CString block;
+    unsigned room = 16 * 1024, unfinished = 0;
+    char* text = block.GetBuffer(room);
+    while (const unsigned length = file.ReadBlock(text + unfinished, room - unfinished)) {
+        std::string_view rest(text, unfinished + length);
+        for (std::size_t end; (end = rest.find('\n')) != rest.npos; rest.remove_prefix(end + 1))
+            if (!append(rest.substr(0, end))) return false;
+        unfinished = static_cast<unsigned>(rest.size());
+        std::memmove(text, rest.data(), unfinished);
+        if (unfinished == room) {
+            text[room] = '\0';
+            room *= 2;
+            text = block.GetBuffer(room);
+        }
+    }
+    return unfinished == 0 || append({text, unfinished});
 }
 
 bool CIniFile::AddLine(CString text) { return append(text.c_str()); }

@@ -7,6 +7,8 @@
 
 #include "util/CString.h"
 
+class CMyFileIO;
+
 /// An INI file held in memory as the list of its lines, which it owns.
 ///
 /// The file is read once, on construction; every lookup is answered from memory by a walk from the
@@ -115,6 +117,7 @@ public:
     void DeleteLines();  ///< Frees every line: the document is empty then.
 
 private:
+    bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);
     bool addEntry(IniLineDef* nextHeader, std::string_view text);

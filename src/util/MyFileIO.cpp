@@ -28,24 +28,13 @@ std::FILE* openStream(const CString& path, const CString& mode) {
     return file;
 }
 
-// What every line is read into: getdelim makes it as large as the longest line, so that no line
-// costs an allocation of its own.
-struct LineBuffer {
-    char* text = nullptr;
-    std::size_t room = 0;
-    ~LineBuffer() {
-        std::free(std::exchange(text, nullptr));
-        room = 0;  // a document loaded after this, at exit, starts anew
-    }
-} g_line;
+// Carriage returns and NULs add nothing to a text.
+bool isDropped(int c) { return c == '\r' || c == '\0'; }
 
-// Removes what adds nothing to a line. Nearly all lines hold neither, which is quickly seen.
-std::string_view withoutReturnsAndNULs(char* text, std::size_t length) {
-    if (std::memchr(text, '\r', length) || std::memchr(text, '\0', length)) {
-        const auto isDropped = [](char c) { return c == '\r' || c == '\0'; };
-        length = static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
-    }
-    return {text, length};
+// Removes them, and returns the length of what is left. Few files hold any, which is quickly seen.
+std::size_t removeDropped(char* text, std::size_t length) {
+    if (!std::memchr(text, '\r', length) && !std::memchr(text, '\0', length)) return length;
+    return static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
 }
 
 // Characters that come one by one. Its length is known, unlike that of a string, so a text of any
@@ -120,21 +109,28 @@ bool CMyFileIO::CloseFile() {
 // ---------------------------------------------------------------- Reading and writing
 
 bool CMyFileIO::ReadString(CString& line) {
-    std::string_view text;
-    ReadLine(text);
-    line.Assign(text);  // while locked, the line keeps the text it has
+    line.Empty();
+    Gatherer text;
+    for (int c = 0; m_bOpen && c != '\n';) {
+        c = getc_unlocked(m_pFile);
+        if (c == EOF) {
+            m_bEOF = true;
+            break;
+        }
+        if (!isDropped(c)) text.add(static_cast<char>(c));
+    }
+    line = text.text();
     return !line.IsEmpty();
 }
 
-bool CMyFileIO::ReadLine(std::string_view& line) {
-    line = {};
-    if (!m_bOpen) return false;
-    const ssize_t length = getdelim(&g_line.text, &g_line.room, '\n', m_pFile);
-    // Neither the end nor a read error: there was no memory for the line.
-    if (length < 0 && !std::feof(m_pFile) && !std::ferror(m_pFile)) CString::OutOfMemory();
-    if (length <= 0 || g_line.text[length - 1] != '\n') m_bEOF = true;
-    if (length > 0) line = withoutReturnsAndNULs(g_line.text, static_cast<std::size_t>(length));
-    return !line.empty();
+unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
+    std::size_t kept = 0;
+    while (m_bOpen && kept == 0 && !m_bEOF) {
+        const std::size_t length = std::fread(block, 1, size, m_pFile);
+        m_bEOF = length < size;  // at the end, or after an error
+        kept = removeDropped(block, length);
+    }
+    return static_cast<unsigned>(kept);
 }
 
 bool CMyFileIO::Rewind() {

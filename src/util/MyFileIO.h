@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdio>
-#include <string_view>
 
 #include "util/CString.h"
 
@@ -47,9 +46,9 @@ public:
     /// Reads the next line with its line feed, without carriage returns and NULs; false when
     /// nothing is left, or when a read error ended the file early: `line` is then empty.
     bool ReadString(CString& line);
-    /// The same without a copy: `line` shows the text, with no NUL behind it, until any file reads
-    /// a line again.
-    bool ReadLine(std::string_view& line);
+    /// Reads up to `size` bytes, 1 or more, without carriage returns and NULs. How many: 0 when
+    /// nothing is left.
+    unsigned ReadBlock(char* block, unsigned size);
     /// Whether a read has met the end of the file, or no file is open. After the last line has been
     /// read in full this is still false.
     bool IsEOF() const { return !m_bOpen || m_bEOF; }
