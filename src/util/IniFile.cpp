@@ -267,7 +267,7 @@ bool CIniFile::ReadIniFile(CString path) {
 // that the last block has left unfinished.
 bool CIniFile::readLines(CMyFileIO& file) {
     CString block;
-    unsigned room = 16 * 1024, unfinished = 0;
+    unsigned room = 16 * 1024 - 1, unfinished = 0;  // so that doubling comes near to INT_MAX
     char* text = block.GetBuffer(room);
     while (const unsigned length = file.ReadBlock(text + unfinished, room - unfinished)) {
         std::string_view rest(text, unfinished + length);
