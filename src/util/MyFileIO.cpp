@@ -57,7 +57,7 @@ private:
         m_text = m_string.GetBuffer(m_room);
     }
 
-    unsigned m_length = 0, m_room = 64;
+    unsigned m_length = 0, m_room = 63;  // so that doubling comes near to INT_MAX
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };
@@ -109,16 +109,11 @@ bool CMyFileIO::CloseFile() {
 // ---------------------------------------------------------------- Reading and writing
 
 bool CMyFileIO::ReadString(CString& line) {
-    line.Empty();
     Gatherer text;
-    for (int c = 0; m_bOpen && c != '\n';) {
-        c = getc_unlocked(m_pFile);
-        if (c == EOF) {
-            m_bEOF = true;
-            break;
-        }
+    int c = 0;
+    while (m_bOpen && c != '\n' && (c = getc_unlocked(m_pFile)) != EOF)
         if (!isDropped(c)) text.add(static_cast<char>(c));
-    }
+    if (c == EOF) m_bEOF = true;
     line = text.text();
     return !line.IsEmpty();
 }
