@@ -25,7 +25,7 @@ void failEach(const char* program, const std::string& argument,
         });
     };
     const Outcome counted = run("0");
-    const int total = std::stoi("0" + counted.end.substr(2));  // behind the status
+    const int total = std::stoi("0" + counted.end.substr(2));  // behind the status, of one digit
     EXPECT_GT(total, 5);
     check({counted.out, counted.end.substr(0, 2)}, false, false);
     for (int at = 1; at <= total && !testing::Test::HasFailure(); ++at) {
@@ -64,7 +64,9 @@ TEST(Alloc, FailuresEndAnEditCleanly) {
         after = "[A]\nK = changed\nN = 5\n" + blanks + "[B]\nX = 2\nbare\n\n[C]\nK = 1\n";
     const ScratchFolder folder;
     const std::string path = folder.file("a.ini", before);
+    bool anyWarned = false;
     const auto check = [&](const Outcome& run, bool warned, bool fatal) {
+        anyWarned = anyWarned || warned;
         const bool refused = run.end == "2|";  // an edit was, which may be without a word
         EXPECT_TRUE(fatal || refused || run.end == "0|") << run.end;
         // A fatal end leaves the file as it was, or as far as it was written.
@@ -74,4 +76,5 @@ TEST(Alloc, FailuresEndAnEditCleanly) {
         folder.file("a.ini", before);
     };
     failEach(SLOTRPT_EDIT, path, check);
+    EXPECT_TRUE(anyWarned);
 }

@@ -23,7 +23,8 @@ TEST(Files, AreReadAndWrittenLineByLine) {
               joined({file.Open(), file.Close(), file.Rewind(), file.WriteStringNL(),
                       file.ReadString(line), line, file.IsEOF()}));
     // Without a name, the open file stays.
-    EXPECT_TRUE(file.OpenFile(folder.file("a", "ab\r\n\ncd").c_str()) && !file.OpenFile(""));
+    EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()) &&
+                !file.OpenFile(""));
     for (int pass = 0; pass < 2; ++pass) {
         for (const char* expected : {"1|ab\n|0", "1|\n|0", "1|cd|1", "0||1"})
             EXPECT_EQ(expected, joined({file.ReadString(line), line, file.IsEOF()}));

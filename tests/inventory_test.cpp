@@ -27,8 +27,9 @@ TEST(Inventory, ReadsEachEntryOnce) {
                    "2x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\n"
                    "Class_Code.0 = 0x12345678ABC060400\nRevision.0 = 012\nHeader_Type.0 = 0200\n"
                    "Device_Number.1 = 18446744073709551623\nVendor_ID.2 = 1\n");
-    EXPECT_FALSE(list.getNextPCIDevice() || list.initialize(7));  // not yet from the file
-    EXPECT_EQ("1|0", joined({list.initialize(8), list.getTotalNumDevices()}));  // nor by this
+    constexpr int kFromFile = CustomPCIDeviceList::INIT_FROM_INPUT_FILE;
+    EXPECT_FALSE(list.getNextPCIDevice() || list.initialize(kAll - kFromFile));  // not yet from it
+    EXPECT_EQ("1|0", joined({list.initialize(kFromFile), list.getTotalNumDevices()}));
     for (const std::string numbers : {"0xFFFF0000|0|0|3154510848|10|128", "0x00000000|7|0|0|0|0"}) {
         const std::unique_ptr<PCIDeviceItem> item(list.getNextPCIDevice());
         EXPECT_EQ(numbers + "||||-1|-1",
