@@ -120,7 +120,7 @@ bool CMyFileIO::ReadString(CString& line) {
 
 unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
     std::size_t kept = 0;
-    while (m_bOpen && kept == 0 && !m_bEOF) {
+    while (m_bOpen && size != 0 && kept == 0 && !m_bEOF) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
         m_bEOF = length < size;  // at the end, or after an error
         kept = removeDropped(block, length);
