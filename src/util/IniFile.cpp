@@ -15,6 +15,9 @@ bool isHeader(const char* line) { return *line == '['; }
 // Lookups pass over comments, edits do not.
 bool isComment(const char* line) { return *line == ';'; }
 
+// The room that a file is first read into. Doubled over and over, it comes near to INT_MAX.
+constexpr unsigned kFirstRoom = 16 * 1024 - 1;
+
 // What the two cases of an ASCII letter differ in.
 constexpr int kCaseBit = 'a' ^ 'A';
 
@@ -263,11 +266,12 @@ bool CIniFile::ReadIniFile(CString path) {
     return file.OpenFile(std::move(path)) && readLines(file);
 }
 
-// Takes the lines from where they were read: a block of the file, after the beginning of a line
-// that the last block has left unfinished.
+// Reads the file by the block and takes the lines from there. What a block leaves of its last line
+// is moved to the front, and the next block is read behind it. The room doubles only for a line
+// that fills it.
 bool CIniFile::readLines(CMyFileIO& file) {
     CString block;
-    unsigned room = 16 * 1024 - 1, unfinished = 0;  // so that doubling comes near to INT_MAX
+    unsigned room = kFirstRoom, unfinished = 0;
     char* text = block.GetBuffer(room);
     while (const unsigned length = file.ReadBlock(text + unfinished, room - unfinished)) {
         std::string_view rest(text, unfinished + length);
@@ -276,7 +280,7 @@ bool CIniFile::readLines(CMyFileIO& file) {
         unfinished = static_cast<unsigned>(rest.size());
         std::memmove(text, rest.data(), unfinished);
         if (unfinished == room) {
-            text[room] = '\0';
+            text[room] = '\0';  // GetBuffer keeps what stands before the NUL
             room *= 2;
             text = block.GetBuffer(room);
         }

@@ -109,7 +109,7 @@ public:
     /// Inserts one line, trimmed, before another; appends with AddLine when `before` is null. False
     /// when memory for its record runs out, or `before` is not linked in.
     bool InsertLine(IniLineDef* before, CString text);
-    /// A new line outside the list, trimmed, owned by the caller; null when memory for it
+    /// A new line outside the list, trimmed, owned by the caller; null when memory for its record
     /// runs out.
     IniLineDef* MakeNewLine(CString text);
     /// The first of the blank lines directly before `line`, or `line` itself when there are none.

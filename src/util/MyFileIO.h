@@ -44,10 +44,11 @@ public:
     // --- Reading ---
 
     /// Reads the next line with its line feed, without carriage returns and NULs; false when
-    /// nothing is left, or when a read error ended the file early: `line` is then empty.
+    /// nothing is left, or when a read error ended the file early: `line` is then empty. A locked
+    /// `line` keeps its text, of which the result then tells: ask IsEOF() for the end.
     bool ReadString(CString& line);
-    /// Reads up to `size` bytes, 1 or more, without carriage returns and NULs. How many: 0 when
-    /// nothing is left.
+    /// Reads up to `size` bytes, drops carriage returns and NULs, and adds no NUL. How many are
+    /// left: 0 only at the end of the file, after a read error, or for a `size` of 0.
     unsigned ReadBlock(char* block, unsigned size);
     /// Whether a read has met the end of the file, or no file is open. After the last line has been
     /// read in full this is still false.
