@@ -20,7 +20,7 @@ void* operator new(std::size_t size) {
     if (!memory) throw std::bad_alloc();
     return memory;
 }
-// Not inlined, or the compiler takes the memory of new for given back to the wrong place.
+// Not inlined, or g++ warns that memory of new goes to free.
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
