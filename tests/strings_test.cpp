@@ -50,6 +50,17 @@ TEST(Strings, CompareEvenWithNullTexts) {
                                    stream.str().c_str()}));
 }
 
+// Compilers differ in which operand they evaluate first.
+TEST(Strings, AreReadWhenAnOperandOfTheExpressionHasChangedThem) {
+    const std::string name(1000, 'n');
+    CString s;
+    EXPECT_TRUE(s.AddPath(name.c_str()) == s);
+    EXPECT_TRUE(s == s.AddPath(name.c_str()));
+    EXPECT_STREQ("/d/d", (s.GetPath("/d/f") + s).c_str());
+    s.ToString(5);
+    EXPECT_TRUE(s == 5 && 5 == s);
+}
+
 TEST(Strings, FindCutAndTrim) {
     CString s = "abcabc", a = "aaaa";
     // Occurrences overlap where they are looked for, but not where they are counted.

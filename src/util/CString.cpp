@@ -158,18 +158,28 @@ void CString::operator+=(char c) {
     *this += text;
 }
 
-CString operator+(CString::Operand left, CString::Operand right) {
-    g_sBuffer = left.text;
-    g_sBuffer += right.text;
+CString CString::joined(const char* left, const char* right) {
+    g_sBuffer = left;
+    g_sBuffer += right;
     return g_sBuffer;
 }
 
-CString operator+(CString::Operand left, char right) {
+CString operator+(const CString& left, const CString& right) { return left + right.buffer; }
+
+CString operator+(const CString& left, const char* right) {
+    return CString::joined(left.buffer, right);
+}
+
+CString operator+(const char* left, const CString& right) {
+    return CString::joined(left, right.buffer);
+}
+
+CString operator+(const CString& left, char right) {
     const char text[] = {right, '\0'};
     return left + text;
 }
 
-CString operator+(char left, CString::Operand right) {
+CString operator+(char left, const CString& right) {
     const char text[] = {left, '\0'};
     return text + right;
 }
@@ -186,9 +196,9 @@ char* CString::RepeatChar(char c, unsigned n) {
 
 // ---------------------------------------------------------------- Comparison and elements
 
-int CString::order(Operand a, Operand b) {
-    if (!a.text || !b.text) return (a.text ? 1 : 0) - (b.text ? 1 : 0);
-    return std::strcmp(a.text, b.text);
+int CString::order(const char* a, const char* b) {
+    if (!a || !b) return (a ? 1 : 0) - (b ? 1 : 0);
+    return std::strcmp(a, b);
 }
 
 int CString::Compare(CString other) const { return std::strcmp(buffer, other.buffer); }

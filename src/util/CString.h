@@ -25,13 +25,6 @@ std::string_view trimmed(std::string_view text);
 /// every operation that would change the text does nothing, and ToInt() gives 0.
 class CString {
 public:
-    /// Either operand of a comparison or concatenation: a string, or a text that may be null.
-    struct Operand {
-        const char* text;
-        Operand(const CString& string) : text(string.buffer) {}
-        Operand(const char* pointer) : text(pointer) {}
-    };
-
     // --- Construction and lifetime ---
 
     constexpr CString() {}  // constant: strings work before main, in any order of static objects
@@ -81,9 +74,11 @@ public:
     void operator+=(const CString& other) { *this += other.buffer; }
     void operator+=(const char* text);
     void operator+=(char c);  ///< NUL appends nothing.
-    friend CString operator+(Operand left, Operand right);
-    friend CString operator+(Operand left, char right);
-    friend CString operator+(char left, Operand right);
+    friend CString operator+(const CString& left, const CString& right);
+    friend CString operator+(const CString& left, const char* right);
+    friend CString operator+(const char* left, const CString& right);
+    friend CString operator+(const CString& left, char right);
+    friend CString operator+(char left, const CString& right);
     char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`; its text.
     void Empty() {
         if (lockedLength == 0) release();
@@ -91,12 +86,25 @@ public:
 
     // --- Comparison, byte by byte. A null text orders before every string and equals none. ---
 
-    friend bool operator==(Operand a, Operand b) { return order(a, b) == 0; }
-    friend bool operator!=(Operand a, Operand b) { return order(a, b) != 0; }
-    friend bool operator<(Operand a, Operand b) { return order(a, b) < 0; }
-    friend bool operator>(Operand a, Operand b) { return order(a, b) > 0; }
-    friend bool operator<=(Operand a, Operand b) { return order(a, b) <= 0; }
-    friend bool operator>=(Operand a, Operand b) { return order(a, b) >= 0; }
+    // The strings come by reference: an operand of the same expression may still change them.
+    friend bool operator==(const CString& a, const CString& b) { return a == b.buffer; }
+    friend bool operator==(const CString& a, const char* b) { return order(a.buffer, b) == 0; }
+    friend bool operator==(const char* a, const CString& b) { return order(a, b.buffer) == 0; }
+    friend bool operator!=(const CString& a, const CString& b) { return a != b.buffer; }
+    friend bool operator!=(const CString& a, const char* b) { return order(a.buffer, b) != 0; }
+    friend bool operator!=(const char* a, const CString& b) { return order(a, b.buffer) != 0; }
+    friend bool operator<(const CString& a, const CString& b) { return a < b.buffer; }
+    friend bool operator<(const CString& a, const char* b) { return order(a.buffer, b) < 0; }
+    friend bool operator<(const char* a, const CString& b) { return order(a, b.buffer) < 0; }
+    friend bool operator>(const CString& a, const CString& b) { return a > b.buffer; }
+    friend bool operator>(const CString& a, const char* b) { return order(a.buffer, b) > 0; }
+    friend bool operator>(const char* a, const CString& b) { return order(a, b.buffer) > 0; }
+    friend bool operator<=(const CString& a, const CString& b) { return a <= b.buffer; }
+    friend bool operator<=(const CString& a, const char* b) { return order(a.buffer, b) <= 0; }
+    friend bool operator<=(const char* a, const CString& b) { return order(a, b.buffer) <= 0; }
+    friend bool operator>=(const CString& a, const CString& b) { return a >= b.buffer; }
+    friend bool operator>=(const CString& a, const char* b) { return order(a.buffer, b) >= 0; }
+    friend bool operator>=(const char* a, const CString& b) { return order(a, b.buffer) >= 0; }
     int Compare(CString other) const;        ///< What strcmp gives: any negative, 0, any positive.
     int CompareNoCase(CString other) const;  ///< The same, with ASCII letters folded.
     bool Equals(CString other) const;
@@ -261,7 +269,8 @@ public:
     bool CopyString(char** dest, CString src);
 
 private:
-    static int order(Operand a, Operand b);
+    static int order(const char* a, const char* b);
+    static CString joined(const char* left, const char* right);
     static CString copyOf(std::string_view text);
     void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
     void store(std::size_t kept, std::string_view tail);
