@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <tuple>
 
 #include "support.h"
@@ -60,14 +63,37 @@ TEST(Files, OfATemporaryKindVanish) {
               joined({filesIn(folder.path()), open(), readFile(other.c_str()).c_str()}));
 }
 
+TEST(Files, AreWhateverCanBeOpened) {
+    const ScratchFolder folder;
+    const std::string pipePath = folder.path("pipe");
+    const CString name = pipePath.c_str();
+    ASSERT_EQ(0, mkfifo(pipePath.c_str(), 0600));
+    EXPECT_TRUE(CMyFileIO::Exists(name));  // does not wait for a writer
+    EXPECT_TRUE(CMyFileIO::Exists("/dev/null"));
+
+    const int writer = open(pipePath.c_str(), O_RDWR);
+    ASSERT_EQ(3, write(writer, "a\nb", 3));
+    CMyFileIO file;
+    CString line;
+    EXPECT_TRUE(file.OpenFile(name));
+    close(writer);
+    EXPECT_TRUE(file.ReadString(line));
+    EXPECT_STREQ("a\n", line.c_str());
+    EXPECT_TRUE(file.ReadString(line));
+    EXPECT_STREQ("b", line.c_str());
+    EXPECT_FALSE(file.ReadString(line));
+
+    EXPECT_TRUE(CMyFileIO::CopyFile(folder.path().c_str(), folder.path("copy").c_str()));
+    EXPECT_EQ("", readFile(folder.path("copy")));  // that of a folder
+}
+
 TEST(Files, AreCopiedByteForByte) {
     using File = CMyFileIO;
     const ScratchFolder folder;
     const std::string bytes = readFile(SLOTRPT_PROGRAM);
     CString source = folder.file("a", bytes).c_str(), target = (folder.path() + "b").c_str(),
             dir = folder.path().c_str();
-    EXPECT_FALSE(File::CopyFile("none", target) || File::CopyFile(dir, target) ||
-                 File::Exists(target));
+    EXPECT_FALSE(File::CopyFile("none", target) || File::Exists(target));
     EXPECT_TRUE(File::CopyFile(source, target) && File::CopyFile(source, source) &&
                 File::Exists(dir));
     EXPECT_TRUE(readFile(target.c_str()) == bytes && readFile(source.c_str()) == bytes);

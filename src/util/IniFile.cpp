@@ -1,5 +1,7 @@
 #include "util/IniFile.h"
 
+#include <sys/stat.h>
+
 #include <cctype>
 #include <climits>
 #include <cstdlib>
@@ -14,6 +16,12 @@ bool isHeader(const char* line) { return *line == '['; }
 
 // Lookups pass over comments, edits do not.
 bool isComment(const char* line) { return *line == ';'; }
+
+// Whether reading may wait, or go on for ever: from a pipe, a terminal or another device.
+bool isEndless(const CString& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
 
 // The room that a file is first read into. Doubled over and over, it comes near to INT_MAX.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
@@ -262,6 +270,7 @@ bool CIniFile::WriteIniFile(CString path) {
 // ---------------------------------------------------------------- The list of lines
 
 bool CIniFile::ReadIniFile(CString path) {
+    if (isEndless(path)) return true;
     CMyFileIO file;
     return file.OpenFile(std::move(path)) && readLines(file);
 }

@@ -13,9 +13,10 @@ class CMyFileIO;
 ///
 /// The file is read once, on construction; every lookup is answered from memory by a walk from the
 /// first line. A file that cannot be read gives an empty document, in which each lookup returns its
-/// fallback: absence is an answer here, not an error. Edits stay in memory until Flush() or the
-/// destructor writes them back; a document that was only read never touches its file again. Even a
-/// lookup changes the object: not for use by two callers at once.
+/// fallback: absence is an answer here, not an error. So does a pipe or a device, since a document
+/// has to have an end. Edits stay in memory until Flush() or the destructor writes them back; a
+/// document that was only read never touches its file again. Even a lookup changes the object: not
+/// for use by two callers at once.
 ///
 ///     CIniFile ini("settings.ini");
 ///     CString name = ini.ReadString("Server", "Name", "unnamed");
@@ -101,7 +102,8 @@ public:
     // --- The list of lines ---
 
     /// Appends the lines of a file, as the constructor does. Whether it could be opened, and memory
-    /// held for its lines; a read error counts as the end of the file.
+    /// held for its lines. A read error counts as the end of the file. A pipe or device is not
+    /// opened: it counts as an empty file.
     bool ReadIniFile(CString path);
     /// Appends one line, trimmed. When memory for its record runs out, says so on standard error
     /// and returns false; for its text, as for any string, that is the fatal report.

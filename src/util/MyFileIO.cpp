@@ -1,5 +1,6 @@
 #include "util/MyFileIO.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,22 +11,20 @@
 #include <utility>
 
 namespace {
-// Whether reading has an end and waits for nobody: unlike that of a pipe, a terminal, a device.
-bool isFinite(const char* path) {
-    struct stat status;
-    return stat(path, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
-}
-
-// Opens as fopen does, but refuses to read what has no end of its own. Memory that runs out in here
-// must not pass for a missing file.
+// Memory that runs out in fopen must not pass for a missing file.
 std::FILE* openStream(const CString& path, const CString& mode) {
-    const bool readsOnly = mode[0] == 'r' && !mode.IsSubstring("+");
-    if (readsOnly && !isFinite(path.c_str())) return nullptr;
     std::FILE* file = std::fopen(path.c_str(), mode.c_str());
     if (!file && errno == ENOMEM) CString::OutOfMemory();
-    const bool writesText = !readsOnly && !mode.IsSubstring("b");
+    // A full buffer would hide a refused line until the file is closed, where nobody asks.
+    const bool writesText = (mode[0] != 'r' || mode.IsSubstring("+")) && !mode.IsSubstring("b");
     if (file && writesText) std::setvbuf(file, nullptr, _IOLBF, 0);
     return file;
+}
+
+bool isSameFile(const CString& a, const CString& b) {
+    struct stat first, second;
+    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
 // Carriage returns and NULs add nothing to a text.
@@ -86,7 +85,6 @@ bool CMyFileIO::OpenFile(CString name, CString mode) {
 
 bool CMyFileIO::OpenTempFile(CString dir) {
     CloseFile();
-    if (dir.IsEmpty()) return false;
     m_sFileName = std::move(dir);
     m_sFileName.AddPath("XXXXXX");
     const int descriptor = mkstemp(m_sFileName.GetBuffer());
@@ -143,7 +141,11 @@ bool CMyFileIO::WriteStringNL(CString text) { return WriteString(text) && WriteS
 
 // ---------------------------------------------------------------- Files by name
 
-bool CMyFileIO::Exists(CString name) { return CMyFileIO(std::move(name)).Open(); }
+bool CMyFileIO::Exists(CString name) {
+    // fopen would wait for the writer of a pipe.
+    const int descriptor = open(name.c_str(), O_RDONLY | O_NONBLOCK);
+    return descriptor >= 0 && close(descriptor) == 0;
+}
 
 bool CMyFileIO::DeleteFile() {
     CloseFile();
@@ -153,16 +155,12 @@ bool CMyFileIO::DeleteFile() {
 bool CMyFileIO::DeleteFile(CString name) { return unlink(name.c_str()) == 0; }
 
 bool CMyFileIO::CopyFile(CString source, CString target) {
-    struct stat from, to;
-    if (stat(source.c_str(), &from) != 0 || !S_ISREG(from.st_mode)) return false;
-    const bool isItself =
-        stat(target.c_str(), &to) == 0 && from.st_dev == to.st_dev && from.st_ino == to.st_ino;
     CMyFileIO in(source), out(target);
     if (!in.Open("rb")) return false;
-    if (isItself) return true;  // opening it for writing would empty it
+    if (isSameFile(source, target)) return true;  // opening it for writing would empty it
     if (!out.Open("wb+")) return false;
     for (int c; (c = getc_unlocked(in.m_pFile)) != EOF;) putc_unlocked(c, out.m_pFile);
-    return !std::ferror(in.m_pFile);
+    return true;
 }
 
 bool CMyFileIO::SetReadOnly(CString path, bool bReadOnly) {

@@ -7,10 +7,9 @@
 /// A text file that is read and written line by line, and the file utilities of the system.
 ///
 /// The object owns its stream, and closes it in its destructor. Failures are results; nothing is
-/// printed. Modes are those of fopen, with one difference: for reading alone, only a regular file
-/// or a folder (which reads as empty) can be opened. A pipe or device counts as absent, since
-/// opening or reading it may never end. Files opened for writing are line buffered, so a line
-/// counts as written when the system has taken it.
+/// printed. Modes are those of fopen, and whatever fopen opens can be used: pipes and devices too,
+/// with fopen's waiting for the other end of a pipe. A folder reads as an empty file. Files opened
+/// to write text are line buffered, so a line counts as written when the system has taken it.
 ///
 ///     CMyFileIO file;
 ///     CString line;
@@ -33,9 +32,9 @@ public:
     /// Takes `name` as the object's name and opens it. A temporary file goes under its own name.
     bool OpenFile(CString name, CString mode);
     bool OpenFile(CString name) { return OpenFile(name, ""); }
-    /// Opens a new file in `dir`, for reading and writing, that is deleted when it is closed. No
-    /// other process can have a file of that name. On failure, as for an empty `dir`, nothing is
-    /// open and nothing is left.
+    /// Opens a new file in `dir`, for reading and writing, that is deleted when it is closed. An
+    /// empty `dir` is the current folder. No other process can have a file of that name. On
+    /// failure, nothing is open and nothing is left.
     bool OpenTempFile(CString dir);
     /// Whether the file was closed without an error; false also when none was open.
     bool CloseFile();
@@ -64,12 +63,13 @@ public:
     // --- Files by name ---
 
     bool Exists() const { return Exists(m_sFileName); }
-    static bool Exists(CString name);  ///< Whether the file can be opened for reading.
-    bool DeleteFile();                 ///< Closes the object's file if open, then removes it.
+    /// Whether the file can be opened for reading. Never waits, not even for a pipe's writer.
+    static bool Exists(CString name);
+    bool DeleteFile();  ///< Closes the object's file if open, then removes it.
     static bool DeleteFile(CString name);
-    /// Copies byte for byte; the target is created or replaced. False when the source is no
-    /// regular file, cannot be read to its end, or the target cannot be opened. Errors while
-    /// writing are not noticed. A file copied onto itself stays as it is.
+    /// Copies byte for byte, up to the end of the source or the first read error; the target is
+    /// created or replaced. False when one of them cannot be opened. Errors on the way are not
+    /// noticed. A file copied onto itself stays as it is.
     static bool CopyFile(CString source, CString target);
     /// Replaces all permissions by "the owner may read" (0400) or "the owner may write" (0200).
     static bool SetReadOnly(CString path, bool bReadOnly);
