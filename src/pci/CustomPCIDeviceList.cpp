@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -142,8 +141,7 @@ CString CustomPCIDeviceList::readEntry(const char* key, const CString& suffix) {
 
 PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
-    if (!inputFile || nextDeviceIndex >= inputFile->ReadInteger(kEntrySection, kTotalKey))
-        return nullptr;
+    if (!inputFile || nextDeviceIndex >= totalEntries()) return nullptr;
 
     PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
     if (!item) CString::OutOfMemory();
@@ -156,18 +154,22 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     return item;
 }
 
-// A total says how many entries there shall be, not how many the file holds: it may be absurd.
-// These two keep the run from taking as long as it says.
+int CustomPCIDeviceList::totalEntries() const {
+    return inputFile->ReadInteger(kEntrySection, kTotalKey);
+}
+
+// The total says how many entries there shall be, not how many the file holds: it may be absurd.
+// The next two functions keep the run from taking as long as it says.
 
 // Passes over the entries of which the file holds nothing.
 void CustomPCIDeviceList::skipMissingEntries() {
-    const int next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
-    nextDeviceIndex = next < 0 ? INT_MAX : next;
+    const int total = totalEntries(), next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
+    nextDeviceIndex = next < 0 ? total : std::min(next, total);
 }
 
 // Makes sure that memory could hold an item, and as much again for its texts, for each entry left.
 void CustomPCIDeviceList::requireMemoryForRest() const {
-    const int left = inputFile->ReadInteger(kEntrySection, kTotalKey) - nextDeviceIndex;
+    const int left = totalEntries() - nextDeviceIndex;
     if (left <= 0) return;
     // Volatile: a compiler may drop an allocation that nobody uses.
     void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));

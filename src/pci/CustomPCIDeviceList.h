@@ -79,6 +79,7 @@ public:
 
 private:
     CString readEntry(const char* key, const CString& suffix);
+    int totalEntries() const;
     void skipMissingEntries();
     void requireMemoryForRest() const;
     CString* groupOf(const CString& adapterType);
