@@ -77,8 +77,8 @@ TEST(Strings, FindCutAndTrim) {
                       s.RemoveSubstring("x"), s.RemoveSubstring(""), s}));
     s = " \tkey = v\r\n";  // carriage return is no blank; a set is no sequence
     EXPECT_EQ("key = v\r|key = v\r|y = v\r|y =|",
-              joined({s.Trim(kBlanks), s.Trim(""), s.TrimLeft("ek\r"), s.TrimRight("yv \r"),
-                      s.TrimLeft(s)}));
+              joined({s.Trim(CString::kBlanks), s.Trim(""), s.TrimLeft("ek\r"),
+                      s.TrimRight("yv \r"), s.TrimLeft(s)}));
 }
 
 TEST(Strings, KeepStillWhileLocked) {

@@ -94,7 +94,9 @@ char folded(char c, int (*fold)(int)) {
 }
 }  // namespace
 
-std::string_view trimmed(std::string_view text) { return trimmed(text, isBlank, true, true); }
+std::string_view CString::Trimmed(std::string_view text) {
+    return trimmed(text, IsBlank, true, true);
+}
 
 // ---------------------------------------------------------------- Storage
 
@@ -353,7 +355,7 @@ const char* CString::trim(IsInSet isInSet, bool left, bool right) {
 const char* CString::TrimLeft(CString set) { return trim(AnyOf{set.buffer}, true, false); }
 const char* CString::TrimRight(CString set) { return trim(AnyOf{set.buffer}, false, true); }
 const char* CString::Trim(CString set) { return trim(AnyOf{set.buffer}, true, true); }
-const char* CString::Trim() { return trim(isBlank, true, true); }
+const char* CString::Trim() { return trim(IsBlank, true, true); }
 
 CString CString::Left(int n) const {
     const std::string_view text = buffer;
@@ -505,7 +507,7 @@ unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
     std::string_view token;
     for (unsigned i = 0; i < total; ++i) {
         takeToken(rest, sep, token);
-        out[i].Assign(trimmed(token));
+        out[i].Assign(Trimmed(token));
     }
     tokenRest->Assign(rest);
     tokenWork->Assign(token);

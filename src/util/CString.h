@@ -5,12 +5,6 @@
 #include <string_view>
 #include <utility>
 
-/// The characters that Trim() and the token operations remove. Carriage return is not one of them.
-inline constexpr char kBlanks[] = " \t\n";
-constexpr bool isBlank(char c) { return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2]; }
-/// The part of the text between the blanks at its ends.
-std::string_view trimmed(std::string_view text);
-
 /// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
 ///
 /// Positions and lengths count bytes from 0. Nothing fails: "not found" is -1, a position out of
@@ -25,6 +19,14 @@ std::string_view trimmed(std::string_view text);
 /// every operation that would change the text does nothing, and ToInt() gives 0.
 class CString {
 public:
+    /// The characters that Trim() and the token operations remove. Carriage return is not one.
+    static constexpr char kBlanks[] = " \t\n";
+    static constexpr bool IsBlank(char c) {
+        return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2];
+    }
+    /// The part of the text between the blanks at its ends.
+    static std::string_view Trimmed(std::string_view text);
+
     // --- Construction and lifetime ---
 
     constexpr CString() {}  // constant: strings work before main, in any order of static objects

@@ -23,10 +23,10 @@ public:
     bool Run(CString command);  ///< Stores the command first.
 
     /// Replaces the process by the command's program, so it returns only on failure, with false.
-    /// The command is split at spaces, without quoting, and each word trimmed of kBlanks; the first
-    /// word is looked for as typed, through PATH when it holds no "/", and its GetName() becomes
-    /// argument 0. An empty command, and no memory for the arguments, is false and leaves the last
-    /// error alone.
+    /// The command is split at spaces, without quoting, and each word trimmed of CString::kBlanks;
+    /// the first word is looked for as typed, through PATH when it holds no "/", and its GetName()
+    /// becomes argument 0. An empty command, and no memory for the arguments, is false and leaves
+    /// the last error alone.
     bool Execute();
     bool Execute(CString command);  ///< Stores the command first.
 

@@ -43,13 +43,13 @@ public:
         : m_text(name.c_str()),
           m_length(name.GetLength()),
           m_first(m_length == 0 ? end : *m_text),
-          m_canMatch(!std::strchr(m_text, end) && !isBlank(name.GetLastChar())),
+          m_canMatch(!std::strchr(m_text, end) && !CString::IsBlank(name.GetLastChar())),
           m_end(end) {}
 
     bool isSectionOf(const char* line) const {
         if (!isHeader(line)) return false;
         do ++line;
-        while (isBlank(*line));
+        while (CString::IsBlank(*line));
         const char* rest = match(line);
         return rest && (*rest == m_end || *rest == '\0');
     }
@@ -66,7 +66,7 @@ private:
         for (; i != m_length; ++i)
             if (text[i] != m_text[i] && !differInCase(text[i], m_text[i])) return nullptr;
         if (!m_canMatch) return nullptr;
-        while (isBlank(text[i])) ++i;
+        while (CString::IsBlank(text[i])) ++i;
         return text + i;
     }
 
@@ -102,7 +102,7 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
 int numberOf(const char* line) {
     const char* end = isComment(line) ? nullptr : std::strchr(line, '=');
     if (!end) return -1;
-    while (end != line && isBlank(end[-1])) --end;
+    while (end != line && CString::IsBlank(end[-1])) --end;
     const char* digits = end;
     while (digits != line && std::isdigit(static_cast<unsigned char>(digits[-1]))) --digits;
     const bool isPlain = digits != end && (*digits != '0' || end - digits == 1);
@@ -114,7 +114,7 @@ int numberOf(const char* line) {
 // Null when memory for the record runs out.
 CIniFile::IniLineDef* makeLine(std::string_view text) {
     auto* line = new (std::nothrow) CIniFile::IniLineDef;
-    if (line) line->sLine.Assign(trimmed(text));
+    if (line) line->sLine.Assign(CString::Trimmed(text));
     return line;
 }
 }  // namespace
@@ -158,7 +158,7 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
 CString CIniFile::ReadString(CString section, CString key, CString fallback) {
     m_sValue.Empty();
     if (FindItem(std::move(section), std::move(key), m_sValue)) {
-        m_sValue.Assign(trimmed(std::strchr(m_sValue.c_str(), '=') + 1));
+        m_sValue.Assign(CString::Trimmed(std::strchr(m_sValue.c_str(), '=') + 1));
     } else {
         m_sValue = std::move(fallback);
     }
@@ -220,7 +220,7 @@ bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowD
     const bool isFound = line && !isHeader(line->sLine.c_str());
     if (isFound && isBare) return false;  // the section holds this line already
     if (isFound) {
-        line->sLine.Assign(trimmed(text.c_str()));
+        line->sLine.Assign(CString::Trimmed(text.c_str()));
     } else if (!(inSection ? addEntry(line, text.c_str()) : addSection(section, text.c_str()))) {
         return false;
     }

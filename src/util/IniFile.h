@@ -24,13 +24,13 @@ class CMyFileIO;
 ///     ini.WriteString("Server", "Name", "alpha", false, false);
 ///     if (ini.Flush()) complain();  // true: the edits are still unsaved
 ///
-/// The syntax. Carriage returns and NULs are dropped, and each line is trimmed of kBlanks. A line
-/// that begins with ";" is a comment; no other mark is, and none ends a value. "[" begins a section
-/// header: the name stands before the first "]" or the end of the line. Any other line with an "="
-/// is an entry: the key stands before the first "=", the value after it, both trimmed, quotes kept.
-/// Names match without regard to the case of ASCII letters, against the requested name as it is. An
-/// empty section name means the part above the first header. Of two sections of one name, only the
-/// first is searched; of two entries of one key in it, the first counts.
+/// The syntax. Carriage returns and NULs are dropped, and each line is trimmed of CString::kBlanks.
+/// A line that begins with ";" is a comment; no other mark is, and none ends a value. "[" begins a
+/// section header: the name stands before the first "]" or the end of the line. Any other line with
+/// an "=" is an entry: the key stands before the first "=", the value after it, both trimmed,
+/// quotes kept. Names match without regard to the case of ASCII letters, against the requested name
+/// as it is. An empty section name means the part above the first header. Of two sections of one
+/// name, only the first is searched; of two entries of one key in it, the first counts.
 class CIniFile {
 public:
     /// One line of the document, trimmed, without its line end.
