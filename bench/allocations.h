@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-/// Adds to a benchmark's results what one pass of its loop allocates, from the pool or with new:
-/// "allocs", how often, and "bytes". Make it just before the loop; it counts until it goes out of
-/// scope.
+/// Adds to a benchmark's results what one pass of its loop asks of malloc: "allocs", how often, and
+/// "bytes". A block of the pool counts only when the pool itself asks for more memory. Make the
+/// object just before the loop; it counts until it goes out of scope.
 ///
 ///     const AllocationCount count(state);
 ///     for (auto _ : state) benchmark::DoNotOptimize(left + right);
