@@ -39,10 +39,11 @@ public:
         IniLineDef* pNext = nullptr;  ///< In the last line: null.
         CString sLine;
 
-        /// Records come from the pool. When memory runs out, the nothrow form gives null, the other
-        /// one ends the process with the fatal report.
+        /// Records come from the pool. When memory runs out, the nothrow form gives null, the
+        /// plain one ends the process with the fatal report. The last one is placement.
         static void* operator new(std::size_t size);
         static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+        static void* operator new(std::size_t, void* place) noexcept { return place; }
         static void operator delete(void* record, std::size_t size) noexcept;
     };
 
