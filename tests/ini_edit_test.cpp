@@ -57,3 +57,22 @@ TEST(IniEdit, ReportsWhatCannotBeSaved) {
     }
     EXPECT_EQ("1|", joined({CIniFile("").WriteIniFile(copy.c_str()), readFile(copy).c_str()}));
 }
+
+TEST(IniEdit, ReachesItsLinesFromTheFirst) {
+    const ScratchFolder folder;
+    CIniFile ini(folder.file("a.ini", "a\n\nb").c_str());
+    CIniFile::IniLineDef* const first = ini.GetFirstLine();
+    CIniFile::IniLineDef* const last = first->pPrev;
+    EXPECT_STREQ("a", first->sLine.c_str());
+    EXPECT_STREQ("b", last->sLine.c_str());
+    EXPECT_EQ(first->pNext, ini.RewindBlanks(last));
+
+    EXPECT_TRUE(ini.InsertLine(first, " top "));
+    EXPECT_STREQ("top", ini.GetFirstLine()->sLine.c_str());
+    EXPECT_EQ(last, ini.GetFirstLine()->pPrev);
+    ini.GetFirstLine()->pPrev = nullptr;  // who inserts before the first line asks for no link
+    EXPECT_TRUE(ini.InsertLine(ini.GetFirstLine(), "above"));
+
+    ini.DeleteLines();
+    EXPECT_EQ(nullptr, ini.GetFirstLine());
+}

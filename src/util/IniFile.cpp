@@ -321,7 +321,7 @@ bool CIniFile::InsertLine(IniLineDef* before, CString text) { return insert(befo
 
 bool CIniFile::insert(IniLineDef* before, std::string_view text) {
     if (!before || !m_pFirstLine) return append(text);
-    if (!before->pPrev) return false;
+    if (before != m_pFirstLine && !before->pPrev) return false;
     IniLineDef* line = makeLine(text);
     if (!line) return false;
     line->pPrev = before->pPrev;  // of the first line: the last one, which stays the last

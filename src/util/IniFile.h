@@ -102,6 +102,9 @@ public:
 
     // --- The list of lines ---
 
+    /// The first line of the document, which keeps it; null when the document is empty. pNext leads
+    /// to the others. A text changed through these records is not seen as an edit by Flush().
+    IniLineDef* GetFirstLine() const { return m_pFirstLine; }
     /// Appends the lines of a file, as the constructor does. Whether it could be opened, and memory
     /// held for its lines. A read error counts as the end of the file. A pipe or device is not
     /// opened: it counts as an empty file.
@@ -109,8 +112,9 @@ public:
     /// Appends one line, trimmed. When memory for its record runs out, says so on standard error
     /// and returns false; for its text, as for any string, that is the fatal report.
     bool AddLine(CString text);
-    /// Inserts one line, trimmed, before another; appends with AddLine when `before` is null. False
-    /// when memory for its record runs out, or `before` is not linked in.
+    /// Inserts one line, trimmed, before another of this document; appends with AddLine when
+    /// `before` is null or the document is empty. False when memory for its record runs out, or
+    /// when `before`, unless it is the first line, has no line before it.
     bool InsertLine(IniLineDef* before, CString text);
     /// A new line outside the list, trimmed, owned by the caller; null when memory for its record
     /// runs out.
