@@ -26,64 +26,49 @@ bool isEndless(const CString& path) {
 // The room that a file is first read into. Doubled over and over, it comes near to INT_MAX.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
-// What the two cases of an ASCII letter differ in.
-constexpr int kCaseBit = 'a' ^ 'A';
-
-bool differInCase(char a, char b) {
+// Only ASCII letters have a case.
+bool isSameLetter(char a, char b) {
+    constexpr int kCaseBit = 'a' ^ 'A';
     const int lower = a | kCaseBit;
-    return (a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z';
+    return a == b || ((a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z');
 }
 
-// A requested section or key, compared with the lines where they lie: nearly all of them differ
-// from it in an early character.
-class Name {
-public:
-    // `end` is what ends such a name in a line: "]" or "=".
-    Name(const CString& name, char end)
-        : m_text(name.c_str()),
-          m_length(name.GetLength()),
-          m_first(m_length == 0 ? end : *m_text),
-          m_canMatch(!std::strchr(m_text, end) && !CString::IsBlank(name.GetLastChar())),
-          m_end(end) {}
+// What follows the name and the blanks behind it, when the text begins with the name; otherwise
+// null. It compares where the line lies, and inline, since a lookup calls it for every line.
+inline const char* skipName(const char* text, std::string_view name) {
+    for (std::size_t i = 0; i != name.size(); ++i)
+        if (!isSameLetter(text[i], name[i])) return nullptr;
+    text += name.size();
+    while (CString::IsBlank(*text)) ++text;
+    return text;
+}
 
-    bool isSectionOf(const char* line) const {
-        if (!isHeader(line)) return false;
-        do ++line;
-        while (CString::IsBlank(*line));
-        const char* rest = match(line);
-        return rest && (*rest == m_end || *rest == '\0');
-    }
-    bool isKeyOf(const char* line) const {
-        const char* rest = match(line);
-        return rest && *rest == m_end;
-    }
+// Whether a line can hold this name: never with the character that ends it there, nor with a blank
+// at its end.
+bool isName(std::string_view name, char end) {
+    return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
+}
 
-private:
-    // What follows the name and the blanks after it, when the text begins with the name.
-    const char* match(const char* text) const {
-        if ((*text ^ m_first) & ~kCaseBit) return nullptr;  // most lines end here
-        std::size_t i = 0;
-        for (; i != m_length; ++i)
-            if (text[i] != m_text[i] && !differInCase(text[i], m_text[i])) return nullptr;
-        if (!m_canMatch) return nullptr;
-        while (CString::IsBlank(text[i])) ++i;
-        return text + i;
-    }
+bool isHeaderOf(std::string_view section, const char* line) {
+    if (!isHeader(line)) return false;
+    do ++line;
+    while (CString::IsBlank(*line));
+    const char* rest = skipName(line, section);
+    return rest && (*rest == ']' || *rest == '\0') && isName(section, ']');
+}
 
-    const char* m_text;
-    std::size_t m_length;
-    char m_first;     // what a line with this name begins with
-    bool m_canMatch;  // a name in a line never holds its end, nor ends in a blank
-    char m_end;
-};
+bool isEntryOf(std::string_view key, const char* line) {
+    const char* rest = skipName(line, key);
+    return rest && *rest == '=' && isName(key, '=');
+}
 
 // Moves `line`, the first of the document, to the first line of the section: null when its header
 // is the last line. Whether there is such a section; the unnamed one is at the top.
 bool enterSection(const CString& section, CIniFile::IniLineDef*& line) {
     if (section.IsEmpty()) return true;
-    const Name wanted(section, ']');
+    const std::string_view name = section.c_str();
     CIniFile::IniLineDef* header = line;
-    while (header && !wanted.isSectionOf(header->sLine.c_str())) header = header->pNext;
+    while (header && !isHeaderOf(name, header->sLine.c_str())) header = header->pNext;
     line = header ? header->pNext : nullptr;
     return header != nullptr;
 }
@@ -96,6 +81,9 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
         line = line->pNext;
     return line;
 }
+
+// Whether findLine returned a line that was wanted.
+bool isFound(const CIniFile::IniLineDef* line) { return line && !isHeader(line->sLine.c_str()); }
 
 // The number of a numbered entry: what its key holds after its last ".", in plain decimal. -1 when
 // the line is no such entry.
@@ -146,13 +134,14 @@ CIniFile::~CIniFile() {
 
 bool CIniFile::FindItem(CString section, CString key, CString& line) {
     if (!m_pFirstLine) return false;
-    const Name wanted(key, '=');
+    const std::string_view name = key.c_str();
     IniLineDef* p = m_pFirstLine;
     if (enterSection(section, p))
-        p = findLine(p, [&](const char* text) { return wanted.isKeyOf(text) && !isComment(text); });
+        p = findLine(p,
+                     [&](const char* text) { return isEntryOf(name, text) && !isComment(text); });
     // Only the last visited line is copied, not each of them.
     line = p ? p->sLine : m_pFirstLine->pPrev->sLine;
-    return p && !isHeader(p->sLine.c_str());
+    return isFound(p);
 }
 
 CString CIniFile::ReadString(CString section, CString key, CString fallback) {
@@ -207,31 +196,41 @@ bool CIniFile::WriteInteger(CString section, CString key, int value) {
 
 bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowDuplicate,
                        bool bFlush) {
-    const bool isBare = key.IsEmpty();
-    const CString text = isBare ? value : key + " = " + value;
-    IniLineDef* line = m_pFirstLine;
-    const bool inSection = enterSection(section, line);
-    const Name wanted(key, '=');
-    const bool isRefused = isBare && !bAllowDuplicate && !value.IsEmpty();
-    if (inSection)
-        line = isBare ? findLine(line, [&](const char* bare) { return isRefused && value == bare; })
-                      : findLine(line, [&](const char* entry) { return wanted.isKeyOf(entry); });
-
-    const bool isFound = line && !isHeader(line->sLine.c_str());
-    if (isFound && isBare) return false;  // the section holds this line already
-    if (isFound) {
-        line->sLine.Assign(CString::Trimmed(text.c_str()));
-    } else if (!(inSection ? addEntry(line, text.c_str()) : addSection(section, text.c_str()))) {
-        return false;
-    }
+    const CString text = key.IsEmpty() ? value : key + " = " + value;
+    IniLineDef* first = m_pFirstLine;
+    bool isMade;
+    if (!enterSection(section, first))
+        isMade = addSection(section, text.c_str());
+    else if (key.IsEmpty())
+        isMade = addBareLine(first, text.c_str(), bAllowDuplicate);
+    else
+        isMade = setEntry(first, key.c_str(), text.c_str());
+    if (!isMade) return false;
     m_bModified = true;
     if (bFlush) Flush();
     return true;
 }
 
-// Adds an entry to the section that ends at this header, or with the document: after its last line
+// Changes the line of the first entry of this key in the section that begins at `first`, or adds
+// one.
+bool CIniFile::setEntry(IniLineDef* first, std::string_view key, std::string_view text) {
+    IniLineDef* line = findLine(first, [&](const char* entry) { return isEntryOf(key, entry); });
+    if (!isFound(line)) return addToSection(line, text);
+    line->sLine.Assign(CString::Trimmed(text));
+    return true;
+}
+
+// Adds the line to the section that begins at `first`, unless it would be a duplicate: a blank line
+// is none.
+bool CIniFile::addBareLine(IniLineDef* first, std::string_view text, bool bAllowDuplicate) {
+    const bool isRefused = !bAllowDuplicate && !text.empty();
+    IniLineDef* line = findLine(first, [&](const char* bare) { return isRefused && text == bare; });
+    return !isFound(line) && addToSection(line, text);
+}
+
+// Adds a line to the section that ends at this header, or with the document: after its last line
 // and before the blank lines behind that, of which there shall be one before a header.
-bool CIniFile::addEntry(IniLineDef* nextHeader, std::string_view text) {
+bool CIniFile::addToSection(IniLineDef* nextHeader, std::string_view text) {
     if (text.empty()) return true;
     if (!nextHeader) return insert(blanksAtEnd(), text);
     IniLineDef* at = RewindBlanks(nextHeader);

@@ -127,8 +127,10 @@ private:
     bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);
-    bool addEntry(IniLineDef* nextHeader, std::string_view text);
+    bool setEntry(IniLineDef* first, std::string_view key, std::string_view text);
+    bool addBareLine(IniLineDef* first, std::string_view text, bool bAllowDuplicate);
     bool addSection(const CString& section, std::string_view text);
+    bool addToSection(IniLineDef* nextHeader, std::string_view text);
     IniLineDef* blanksAtEnd();
 
     bool m_bModified = false;            // edits are not written back yet
