@@ -6,7 +6,7 @@
 #include "util/CString.h"
 #include "util/IniFile.h"
 
-/// How to call the program, on standard output.
+/// Prints how to call the program, on standard output.
 void printUsage() {
     std::fputs(
         "Usage: slotrpt /rwpm:[in_file]\n"
@@ -22,7 +22,7 @@ void printUsage() {
         stdout);
 }
 
-/// The list with the name added, after a "," unless the list was empty.
+/// Returns the list with the name appended, after a "," unless the list was empty.
 CString addToList(CString list, CString name) {
     list.AddToken(std::move(name), ",");
     return list;
@@ -32,11 +32,11 @@ namespace {
 constexpr const char* kSystemSection = "System";
 constexpr const char* kMachineTypeKey = "Machine_Type";
 
-// Where the value of an identity line comes from.
+// What gives the value of an identity line.
 enum class Source {
-    kSystem,    // the key of that name in the detection file's section System
-    kOwn,       // the key of that name in the system's own section of the configuration
-    kConstant,  // the text itself
+    kSystem,    // a key in section System of the detection file
+    kOwn,       // a key in the system's own section of the configuration
+    kConstant,  // a fixed text
 };
 
 struct IdentityLine {
@@ -81,14 +81,14 @@ constexpr GroupLine kGroupLines[] = {
     {"OnBoardAdapters", &CustomPCIDeviceList::getOnBoardDevices},
 };
 
-// Both errors of a run stand in the report's own stream.
+// Errors go to standard output, like the report.
 void printError(const char* text) { std::printf("!Error!  %s  !Error!\n", text); }
 
 void printLine(const char* key, const CString& value) {
     std::printf("%s = %s\n", key, value.c_str());
 }
 
-// Prints which system this is, and returns its identifier.
+// Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
     const CString machineType = detection.ReadString(kSystemSection, kMachineTypeKey);
@@ -133,11 +133,12 @@ void printAdapters(CustomPCIDeviceList& inventory) {
     std::printf("\n[PCI]\n");
     printLine("Adapters", adapters);
 
-    // Items in a row on one device are its functions, from 0: the detection file numbers none.
+    // The detection file has no function numbers. Items that follow each other on one device are
+    // numbered from 0.
     int function = 0;
     const PCIDeviceItem* previous = nullptr;
     inventory.resetList();
-    inventory.sortDevicesByType();  // fills the groups; the items keep their order
+    inventory.sortDevicesByType();  // fills the groups, and keeps the order of the items
     while (const PCIDeviceItem* item = inventory.getNextDeviceFromList()) {
         function = previous && isSameDevice(*previous, *item) ? function + 1 : 0;
         printAdapter(*item, function);
@@ -153,13 +154,13 @@ void printAdapters(CustomPCIDeviceList& inventory) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    // A reader that has gone, or a file at its size limit, is an output error like any other: it
-    // does not end the run.
+    // Output errors do not end a run. That includes a closed pipe and a file at its size limit,
+    // which would raise these signals.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 
     CString inputPath = argc > 1 ? argv[1] : "";
-    inputPath.RemoveSubstring("/rwpm:");  // wherever it stands; a bare path will do as well
+    inputPath.RemoveSubstring("/rwpm:");  // anywhere in the argument; it may be missing
     if (inputPath.IsEmpty()) {
         printError("You must supply the path to slotscan input file.");
         printUsage();

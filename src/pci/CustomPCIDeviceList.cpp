@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kCDRootVariable = "RWCD";
 constexpr const char* kCDDirectory = "/rwise/ini/";
 
-// The detection file: its section of PCI functions.
+// The detection file.
 constexpr const char* kEntrySection = "PCI";
 constexpr const char* kTotalKey = "Total_Number_Of_Devices";
 
@@ -23,7 +23,7 @@ constexpr const char* kMapSection = "PCIIDMap";
 constexpr const char* kTypeKey = "AdapterType";
 constexpr const char* kSystemsKey = "Systems";
 
-// The system's own file.
+// The per-system file.
 constexpr const char* kOnBoardKey = "OnBoard";
 constexpr unsigned kMaxPositions = 4;
 
@@ -32,7 +32,7 @@ constexpr const char* kFalse = "FALSE";
 constexpr const char* kCDROMAdapter = "IDE";
 constexpr const char* kSystemAdapters[] = {"STORMPETREL", "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
 
-// A number of a device entry and the base it is written in; 0: the base that its prefix tells.
+// A number of a device entry. Base 0 means that the prefix of the number tells the base.
 struct EntryNumber {
     const char* key;
     unsigned base;
@@ -46,15 +46,15 @@ constexpr EntryNumber kEntryNumbers[] = {
 };
 constexpr const char* kClassCodeKey = "Class_Code";
 
-// The value of a digit or letter, 36 for any other character.
+// The value of a digit or letter. 36 for any other character.
 unsigned digitValue(char c) {
     if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
     const int lower = std::tolower(static_cast<unsigned char>(c));
     return lower >= 'a' && lower <= 'z' ? static_cast<unsigned>(lower - 'a' + 10) : 36;
 }
 
-// The low 32 bits of the number that a text begins with, read as strtoul reads it. That one gives
-// its limit for a wider number; an entry keeps the low bits of what is written, however wide.
+// The low 32 bits of the number at the start of a text. Reads it as strtoul does, but strtoul
+// clamps a number that is too wide, and a device entry must keep its low bits.
 std::uint32_t lowBits(const CString& number, unsigned base) {
     const char* p = number.c_str();
     while (std::isspace(static_cast<unsigned char>(*p))) ++p;
@@ -71,19 +71,19 @@ std::uint32_t lowBits(const CString& number, unsigned base) {
     return negative ? -bits : bits;
 }
 
-// Whether an entry may be one that the detection file does not hold.
+// Whether the detection file may have no such entry: a missing one reads as zeros.
 bool readsAsMissing(const PCIDevice& device) {
     return device.vendorID == 0 && device.deviceID == 0;
 }
 
-// Whether a "bus,device" position is where this device sits. A missing part reads as 0.
+// Whether the device is at this "bus,device" position. A missing part counts as 0.
 bool isPositionOf(const PCIDevice& device, CString position) {
     CString parts[2];
     position.ParseTokens(parts, 2, ",");
     return parts[0].ToInt() == device.busNumber && parts[1].ToInt() == device.deviceNumber;
 }
 
-// Whether any of the first positions, separated by ";", is where this device sits.
+// Whether the device is at one of the first positions of a list separated by ";".
 bool isListed(const PCIDevice& device, CString positions) {
     CString listed[kMaxPositions];
     const unsigned total = positions.ParseTokens(listed, kMaxPositions, ";");
@@ -158,20 +158,21 @@ int CustomPCIDeviceList::totalEntries() const {
     return inputFile->ReadInteger(kEntrySection, kTotalKey);
 }
 
-// The total says how many entries there shall be, not how many the file holds: it may be absurd.
-// The next two functions keep the run from taking as long as it says.
+// The file may give a total of thousands of millions and hold only a few entries. The next two
+// functions keep such a run short.
 
-// Passes over the entries of which the file holds nothing.
+// Skips the entries that the file does not have.
 void CustomPCIDeviceList::skipMissingEntries() {
     const int total = totalEntries(), next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
     nextDeviceIndex = next < 0 ? total : std::min(next, total);
 }
 
-// Makes sure that memory could hold an item, and as much again for its texts, for each entry left.
+// Ends the process at once if memory cannot hold an item, and as much again for its texts, for each
+// entry that is left.
 void CustomPCIDeviceList::requireMemoryForRest() const {
     const int left = totalEntries() - nextDeviceIndex;
     if (left <= 0) return;
-    // Volatile: a compiler may drop an allocation that nobody uses.
+    // Volatile, since a compiler may remove an allocation that is not used.
     void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
     if (!trial) CString::OutOfMemory();
     std::free(trial);
@@ -192,11 +193,11 @@ bool CustomPCIDeviceList::getNamedAdapters() {
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
-            if (readsAsMissing(*item)) skipMissingEntries();  // they are all as nameless
+            if (readsAsMissing(*item)) skipMissingEntries();  // they have no name either
             delete item;
             continue;
         }
-        // They will all be listed.
+        // The missing entries have a name, so all of them will be in the list.
         if (readsAsMissing(*item) && !std::exchange(memoryRequired, true)) requireMemoryForRest();
         item->adapterType = map.ReadString(item->adapterName, kTypeKey);
         *end = item;
@@ -220,7 +221,7 @@ CString CustomPCIDeviceList::getSysINIPathName() const {
 // ---------------------------------------------------------------- Labelling and counting
 
 bool CustomPCIDeviceList::labelOnBoardAdapters() {
-    // Without a file, the document is empty and nothing is built in.
+    // Without a file, the document is empty, and no adapter is on-board.
     CIniFile positions(getSysINIPathName());
     for (PCIDeviceItem* item = head; item; item = item->next) {
         const CString listed = positions.ReadString(item->adapterName, kOnBoardKey);
@@ -252,18 +253,18 @@ bool CustomPCIDeviceList::countDuplicateAdapters() {
 
 // ---------------------------------------------------------------- Grouping
 
-// The type group of an adapter: the first whose word its type holds, null when none does.
+// The group list for an adapter type: the first one whose word the type contains, or null.
 CString* CustomPCIDeviceList::groupOf(const CString& adapterType) {
     const struct {
         const char* word;
         CString* list;
-    } kGroups[] = {
+    } groups[] = {
         {"DASD", &dasdDevices},
         {"NETWORK", &networkDevices},
         {"VIDEO", &videoDevices},
         {"ServiceProcessor", &serviceProcessorDevices},
     };
-    for (const auto& group : kGroups)
+    for (const auto& group : groups)
         if (adapterType.IsSubstring(group.word)) return group.list;
     return nullptr;
 }
@@ -277,7 +278,7 @@ void CustomPCIDeviceList::sortDevicesByType() {
     CIniFile map(mapFileLocation);
     for (const char* name : kSystemAdapters) {
         const CString systems = map.ReadString(name, kSystemsKey);
-        // An empty keyword is on every list, though IsSubstring never finds it.
+        // An empty keyword is part of every text, but IsSubstring never finds it.
         if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) continue;
         addName(serviceProcessorDevices, name);
         addName(allDevices, name);

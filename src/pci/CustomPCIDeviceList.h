@@ -5,23 +5,23 @@
 
 class CIniFile;
 
-/// The adapters of the machine that a detection file describes, as the files of the product CD name
-/// and place them. It owns the detection document and its items.
+/// The adapters of one machine: the devices of a detection file, with the names, types and
+/// positions that the product CD gives them. The list owns the detection document and its items.
 ///
 ///     CustomPCIDeviceList adapters;
 ///     adapters.setMapFileLocation(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
 ///     adapters.setSystemKeyword("SRV_ALPHA");
 ///     adapters.setInputFile("scan.ini");
-///     if (!adapters.initialize(15)) return noAdapters();  // all four steps
+///     if (!adapters.initialize(15)) return noAdapters();  // 15: all four flags
 ///     adapters.sortDevicesByType();
 class CustomPCIDeviceList : public PCIDeviceList {
 public:
-    /// The steps of initialize(), to be added up.
+    /// The flags of initialize(). Each selects a step; combine them with "|".
     enum {
         INIT_NAME_ADAPTERS = 1,     ///< getNamedAdapters()
         INIT_LABEL_ONBOARD = 2,     ///< labelOnBoardAdapters()
         INIT_COUNT_DUPLICATES = 4,  ///< countDuplicateAdapters()
-        INIT_FROM_INPUT_FILE = 8,   ///< Take the devices from the detection file, from then on.
+        INIT_FROM_INPUT_FILE = 8,   ///< From now on, take the devices from the detection file.
     };
 
     CustomPCIDeviceList();
@@ -29,52 +29,54 @@ public:
     CustomPCIDeviceList(const CustomPCIDeviceList&) = delete;
     CustomPCIDeviceList& operator=(const CustomPCIDeviceList&) = delete;
 
-    /// The path of a file of the product CD: the environment variable RWCD as it is, nothing when
-    /// unset, then "/rwise/ini/" and the name.
+    /// The path of a file on the product CD: the value of the environment variable RWCD, unchanged,
+    /// then "/rwise/ini/" and the name. If RWCD is not set, its value counts as empty.
     static CString getCDPathName(CString fileName);
 
     // --- Set-up, in this order ---
 
     void setMapFileLocation(CString path);  ///< The system configuration file.
     void setSystemKeyword(CString keyword);
-    void setInputFile(CString path);  ///< Loads the detection file. Later calls do nothing.
-    /// Takes the steps of the flags. False when there is no item to label. With no step but
-    /// INIT_FROM_INPUT_FILE it asks the base source, so the list stays empty, and is true.
+    void setInputFile(CString path);  ///< Loads the detection file. A second call does nothing.
+    /// Does the steps of the flags, in the order of their values; INIT_FROM_INPUT_FILE comes first.
+    /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. Without any other flag
+    /// than INIT_FROM_INPUT_FILE, scans the base class's source, which is empty, and returns true.
     bool initialize(int flags);
 
     // --- The steps ---
 
-    /// A new item for the next entry of the detection file, owned by the caller; null when there is
-    /// none, or no detection file. An entry whose keys are missing reads as zeros. Before
-    /// INIT_FROM_INPUT_FILE was given, the base source answers.
+    /// A new item for the next entry of the detection file, which the caller owns. Null if there is
+    /// no further entry or no detection file. A missing key gives 0. Before INIT_FROM_INPUT_FILE,
+    /// returns the next item of the base class's source instead.
     PCIDeviceItem* getNextPCIDevice();
-    /// Fills the list with the devices that the map names, in the order of their entries. Always
-    /// true.
+    /// Fills the list with the devices that the system configuration file names, in the order of
+    /// their entries. Always true.
     bool getNamedAdapters();
-    /// Marks each item "TRUE" or "FALSE": whether its bus and device number are among the first
-    /// four positions that the system's own file gives for its name. Always true.
+    /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
+    /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
     bool countDuplicateAdapters();  ///< Sets count and instance of each item. Always true.
-    /// The key of the map for the item's IDs: "0x" and eight upper-case hexadecimal digits.
+    /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;
-    /// The path of the system's own file on the CD, named after what follows the first "_" of the
-    /// system keyword, as it is or in lower case; "" when neither can be read, or there is no "_".
+    /// The path of the per-system file on the CD. Its name is the text after the first "_" of the
+    /// system keyword, or that text in lower case if no such file can be read. "" if neither can be
+    /// read, or the keyword has no "_".
     CString getSysINIPathName() const;
 
     // --- Grouping ---
 
-    /// Builds the group lists; the order of the items stays. A second call adds every name again.
+    /// Builds the group lists. Does not sort the items. A second call adds every name again.
     void sortDevicesByType();
-    /// The groups: names joined by ",", in list order, one for each item.
+    /// The group lists: the names of the items, in list order, joined by ",".
     CString getDASDDevices() const;
     CString getNetworkDevices() const;
-    CString getSystemDevices() const;  ///< Always empty.
+    CString getSystemDevices() const;  ///< Always "".
     CString getVideoDevices() const;
     CString getServiceProcessorDevices() const;
-    CString getCDROMDevices() const;  ///< "IDE".
+    CString getCDROMDevices() const;  ///< Always "IDE".
     CString getAllDevices() const;
     CString getOnBoardDevices() const;
-    /// The list with the item added: after a "," unless the list was empty.
+    /// Returns the list with the item appended, after a "," unless the list was empty.
     CString addItemToList(CString list, CString item) const;
 
 private:
@@ -95,6 +97,6 @@ private:
     CString allDevices;
     CString onBoardDevices;
     bool readFromInputFile = false;
-    CIniFile* inputFile = nullptr;  // the detection document
-    int nextDeviceIndex = 0;        // of the detection file's entries; only grows
+    CIniFile* inputFile = nullptr;  // the detection document; null before setInputFile()
+    int nextDeviceIndex = 0;        // the next entry to read; only grows, at most to the total
 };

@@ -4,8 +4,8 @@
 
 #include "util/CString.h"
 
-/// One PCI function of the machine. The numbers are what the detection file says of it; the labels
-/// below them are what the inventory finds out.
+/// One PCI function of the machine. The numbers come from the detection file. The inventory adds
+/// the labels below them.
 struct PCIDevice {
     std::uint16_t vendorID = 0;
     std::uint16_t deviceID = 0;
@@ -13,16 +13,16 @@ struct PCIDevice {
     std::uint16_t subDeviceID = 0;
     std::uint16_t busNumber = 0;
     std::uint16_t deviceNumber = 0;    ///< The slot on that bus.
-    std::uint16_t functionNumber = 0;  ///< Always 0: the detection file does not give it.
+    std::uint16_t functionNumber = 0;  ///< Always 0, since the detection file does not have it.
     std::uint32_t classCode = 0;
     std::uint16_t revision = 0;
     std::uint16_t headerType = 0;
 
-    CString adapterName;         ///< The name that the map gives these IDs; never empty in a list.
-    CString adapterType;         ///< Its text holds "DASD", "NETWORK" and so on; may be empty.
-    CString onBoard;             ///< "TRUE" or "FALSE"; empty until labelled.
-    std::int32_t count = -1;     ///< How many devices of the list have this name; -1: not counted.
-    std::int32_t instance = -1;  ///< Which of them this is, from 1, in list order; -1: not counted.
+    CString adapterName;         ///< The name of these IDs on the CD. Never empty in a list.
+    CString adapterType;         ///< Contains "DASD", "NETWORK" and so on. May be empty.
+    CString onBoard;             ///< "TRUE" or "FALSE". Empty before labelling.
+    std::int32_t count = -1;     ///< How many devices in the list have this name. -1: not counted.
+    std::int32_t instance = -1;  ///< The number of this one among them, from 1. -1: not counted.
 
     PCIDevice();
     ~PCIDevice();

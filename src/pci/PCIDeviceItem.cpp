@@ -4,8 +4,7 @@
 
 PCIDeviceItem::PCIDeviceItem() = default;
 
-// Each successor is unlinked before it goes, so that a chain of any length is freed without
-// recursion.
+// Unlinks each item before it is deleted, so that a list of any length is freed without recursion.
 PCIDeviceItem::~PCIDeviceItem() {
     while (PCIDeviceItem* item = next) {
         next = std::exchange(item->next, nullptr);

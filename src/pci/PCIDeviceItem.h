@@ -2,8 +2,8 @@
 
 #include "pci/PCIDevice.h"
 
-/// A device in a list. An item owns its successor: deleting it deletes the whole rest of the chain.
-/// Items live on the heap only.
+/// A device in a list. An item owns the next one, so deleting it deletes the rest of the list too.
+/// Items must be created with new.
 struct PCIDeviceItem : PCIDevice {
     PCIDeviceItem* next = nullptr;
 

@@ -6,7 +6,7 @@
 
 /// The devices of one machine, in the order in which they were found. The list owns its items.
 ///
-/// A list is filled once and then walked any number of times with its one cursor:
+/// A list is filled once. Then it can be walked any number of times, with its one cursor:
 ///
 ///     list.resetList();
 ///     while (PCIDeviceItem* item = list.getNextDeviceFromList()) print(*item);
@@ -17,29 +17,29 @@ public:
     PCIDeviceList(const PCIDeviceList&) = delete;
     PCIDeviceList& operator=(const PCIDeviceList&) = delete;
 
-    bool
-    initialize();  ///< Fills the list with scanPCIBusAndCreateList(); always true. Not virtual.
-    /// How many items scanPCIBusAndCreateList() appended: NOT those that a derived class adds.
+    /// Fills the list by scanPCIBusAndCreateList(). Always true. Not virtual.
+    bool initialize();
+    /// How many items scanPCIBusAndCreateList() added. Does NOT count those of a derived class.
     int getTotalNumDevices() const;
 
-    void resetList();  ///< Puts the cursor on the first item; before, it is at the end.
-    /// The item at the cursor, which moves on; null at the end, again and again. The list keeps the
-    /// item.
+    void resetList();  ///< Moves the cursor to the first item. A new list's cursor is at the end.
+    /// Returns the item at the cursor and moves the cursor on. At the end, always returns null. The
+    /// list keeps the item.
     PCIDeviceItem* getNextDeviceFromList();
 
-    /// Appends every device of this class's own source, whatever a derived class has for a source.
-    /// The cursor stays. Always true.
+    /// Appends all devices of this class's getNextPCIDevice(), never those of a derived class. Does
+    /// not move the cursor. Always true.
     bool scanPCIBusAndCreateList();
-    /// A new item for the next device, owned by the caller; null when there is none. This source
-    /// has no access to hardware, so there is never one.
+    /// A new item for the next device, which the caller owns. Null if there is none: always, since
+    /// this class cannot read hardware.
     PCIDeviceItem* getNextPCIDevice();
 
 protected:
-    PCIDeviceItem** endOfList();  // the link that the next item is to go into
+    PCIDeviceItem** endOfList();  // the null pointer at the end, where the next item goes
 
     PCIDeviceItem* head = nullptr;
 
 private:
     std::int32_t numDevices = 0;
-    PCIDeviceItem* current = nullptr;  // what getNextDeviceFromList() returns next
+    PCIDeviceItem* current = nullptr;  // the cursor: the item that a walk returns next
 };

@@ -2,7 +2,7 @@
 
 #include "util/CString.h"
 
-/// Carries the text of an error. Nothing in the system throws it.
+/// Holds the text of an error. The system never throws it.
 struct PCIException {
     CString message;
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 namespace {
-// Names and arguments are compared folded; they are never stored so.
+// The form in which names and arguments are compared. They are stored unchanged.
 CString fold(const CString& text, bool bCaseSensitive) {
     return bCaseSensitive ? text : text.Upper();
 }
@@ -17,7 +17,7 @@ bool isNamed(const CCLParams::CLParamDef& entry, const CString& argument, bool b
             return text == name;
         case CCLParams::CLParam:
         case CCLParams::CLPathParam:
-            return text.StartsWith(name);  // never with an empty name
+            return text.StartsWith(name);  // false if the name is empty
         case CCLParams::CLNone:
             break;
     }
@@ -28,13 +28,13 @@ bool isKnown(CCLParams::CLParamModes mode) {
     return mode >= CCLParams::CLSwitch && mode <= CCLParams::CLPathParam;
 }
 
-// What follows the name in the argument.
+// The argument without the name at its start.
 CString restOf(int index, int argc, const char* const* argv, const CString& name) {
     const CString argument = index >= 0 && index < argc ? argv[index] : "";
     return argument.Substring(name.GetLength(), 0);
 }
 
-// An argument of one blank stands for the blank that joins it.
+// An argument that is one blank adds only the blank between arguments.
 void appendArgument(CString& value, const CString& argument) {
     value += " ";
     if (argument != " ") value += argument;
@@ -86,8 +86,8 @@ int CCLParams::Parse(int argc, const char* const* argv, bool bCaseSensitive) {
     return result;
 }
 
-// Offers the argument at `index` to the entries in turn; the first that accepts it moves `index`
-// past what it consumes.
+// Offers the argument at `index` to the entries in order. The first entry that accepts it moves
+// `index` past all arguments that it takes.
 int CCLParams::match(int& index, int argc, const char* const* argv) {
     const CString argument = argv[index];
     for (CLParamDef* p = m_pFirst; p; p = p->pNext) {

@@ -4,9 +4,8 @@
 
 /// A table of the parameters that a command-line program accepts.
 ///
-/// The program declares each parameter, lets the table parse the argument vector once, and asks for
-/// what was given. The table owns its entries; names and values keep their case as declared and as
-/// typed.
+/// The program declares its parameters, lets the table parse the argument vector once, and then
+/// asks for the values. The table owns its entries. It keeps the case of names and values.
 ///
 ///     CCLParams params;
 ///     params.Add("/out:", CCLParams::CLParam, true);  // required: /out:FILE
@@ -16,18 +15,19 @@
 ///     params.GetValue("/out:", out);
 class CCLParams {
 public:
+    /// The kind of a parameter. The type is fixed, so that any int can be passed as a value.
     enum CLParamModes : int {
-        CLNone = 0,       ///< No kind yet: Parse refuses such an entry.
-        CLSwitch = 1,     ///< The argument equals the name; there is no value.
-        CLParam = 2,      ///< The argument begins with the name; the value may span arguments.
-        CLPathParam = 3,  ///< The same, with a value that spans arguments only inside quotes. With
-                          ///< an empty name it takes an argument that is no switch.
+        CLNone = 0,    ///< No kind yet. Parse() refuses such an entry, and one of any other value.
+        CLSwitch = 1,  ///< The argument equals the name. There is no value.
+        CLParam = 2,   ///< The argument begins with the name. The value may span arguments.
+        CLPathParam = 3,  ///< The same, but the value spans arguments only inside quotes. If the
+                          ///< name is empty, the entry takes any argument that is no switch.
     };
 
     /// One declared parameter.
     struct CLParamDef {
-        CLParamDef* pPrev = nullptr;  ///< In the first entry: the last entry of the table.
-        CLParamDef* pNext = nullptr;  ///< In the last entry: null.
+        CLParamDef* pPrev = nullptr;  ///< The entry before. In the first entry, the last entry.
+        CLParamDef* pNext = nullptr;  ///< The entry after. In the last entry, null.
         CString sName;
         CString sValue;
         bool bFound = false;
@@ -35,47 +35,48 @@ public:
         CLParamModes eMode = CLNone;
     };
 
-    /// The results of Parse.
-    static constexpr int kParsed = 0;       ///< Every argument matched, nothing is missing.
+    /// The results of Parse().
+    static constexpr int kParsed = 0;       ///< All arguments matched, and none is missing.
     static constexpr int kMismatch = 1;     ///< An argument matched no entry, or one is missing.
-    static constexpr int kUnknownMode = 2;  ///< An argument met an entry of no known kind.
+    static constexpr int kUnknownMode = 2;  ///< An argument was compared with an entry of no kind.
 
     CCLParams() = default;
     ~CCLParams() { DeleteNodes(); }
     CCLParams(const CCLParams&) = delete;
     CCLParams& operator=(const CCLParams&) = delete;
 
-    /// Declares a parameter, after those declared before. False only when memory runs out.
+    /// Declares a parameter. Returns false only if memory runs out.
     bool Add(CString name, CLParamModes mode, bool bRequired);
 
-    /// Matches the arguments after argv[0] against the entries, each of which matches once; stops
-    /// at the first one that nothing accepts. What was found up to there stays readable. Expects a
-    /// freshly declared table: found marks are never taken back.
+    /// Matches the arguments after argv[0] with the entries. Each entry matches once. Stops at the
+    /// first argument that no entry accepts; the values found before can still be read. Call it
+    /// once for a table: the found marks are never cleared.
     int Parse(int argc, const char* const* argv, bool bCaseSensitive);
 
-    /// Whether the entry was found; `value` is its value, or "" when there is no such entry. The
-    /// name must match exactly, the position counts from 1 in the order of declaration.
+    /// Returns whether the entry was found, and sets `value` to its value, or to "" if there is no
+    /// such entry. The name must match exactly. Positions start at 1, in the order of declaration.
     bool GetValue(CString name, CString& value) const;
     bool GetValue(unsigned position, CString& value) const;
     bool GetValue(CString name) const;
-    /// After Parse: the length of the program's file name, and 1 plus the lengths of name and value
-    /// for every entry found. 0 before.
+    /// After Parse(), the length of the program's file name plus, for every entry found, 1 and the
+    /// lengths of its name and value. 0 before Parse().
     int GetNumberOfCommandLineCharacters() const { return m_nCharacters; }
 
-    // --- The steps of Parse ---
+    // --- The steps of Parse() ---
 
-    /// Collects the value of the parameter `name` from argv[index] on: the rest of that argument,
-    /// then the arguments up to the next switch, joined by single blanks. Moves `index` past them
-    /// and returns it.
+    /// Collects the value of the parameter `name`, which begins argv[index]. The value is the rest
+    /// of that argument and the arguments up to the next switch, joined by single blanks. Moves
+    /// `index` past them and returns it.
     int GetParam(int& index, int argc, const char* const* argv, CString name, CString& value) const;
-    /// The same, but arguments are added only while the value holds one double quote, which stays.
+    /// The same, but adds arguments only while the value has exactly one double quote. The quotes
+    /// stay in the value.
     int GetPathParam(int& index, int argc, const char* const* argv, CString name,
                      CString& value) const;
-    /// Whether the argument equals a switch, or begins with the name of another parameter, that
-    /// was not found yet.
+    /// Whether the argument belongs to an entry that was not found yet: it equals the name of a
+    /// switch, or begins with the name of another parameter.
     bool IsSwitch(CString argument, bool bCaseSensitive) const;
-    CLParamDef* MakeNewNode();  ///< Appends an empty entry, which the table owns; null: no memory.
-    void DeleteNodes();         ///< Frees every entry: the table is empty then.
+    CLParamDef* MakeNewNode();  ///< Appends an empty entry, which the table owns. Null: no memory.
+    void DeleteNodes();         ///< Frees all entries. The table is then empty.
 
 private:
     int match(int& index, int argc, const char* const* argv);
@@ -83,6 +84,6 @@ private:
     const CLParamDef* find(const CString& name) const;
 
     CLParamDef* m_pFirst = nullptr;
-    bool m_bCaseSensitive = false;  // as the last Parse was told
+    bool m_bCaseSensitive = false;  // as given to the last Parse()
     int m_nCharacters = 0;
 };

@@ -17,20 +17,21 @@
 #include "util/Pool.h"
 
 namespace {
-// The scratch string through which every string is returned.
+// The scratch string in which every returned string is built.
 CString g_sBuffer;
 
-// The size of the buffer for a text of this length: exact while short, then in steps of a sixteenth
-// to a thirty-second, so that a text that grows character by character is seldom moved. Being a
-// rule of the length alone, it tells what room a string has without a member that keeps it.
+// The size of the buffer for a text of this length. A short text gets exactly what it needs, since
+// documents hold many. A long one gets up to a sixteenth more, so that the name lists of a large
+// machine are seldom moved while they grow: with exact sizes its report takes a fifth longer. The
+// size depends on the length alone, so no member has to keep it.
 std::size_t roomFor(std::size_t length) {
     unsigned shift = 0;
     while (length >> shift >= 32) ++shift;
     return ((length >> shift) + 1) << shift;
 }
 
-// A text lies in its block behind one byte, which tells the size of the block to CPool::Free: a
-// number above its small sizes for all others.
+// The byte before each text holds the size of its block, for CPool::Free. All sizes above kLargest
+// are stored as kLargest + 1.
 using SizeByte = unsigned char;
 static_assert(CPool::kLargest < std::numeric_limits<SizeByte>::max());
 
@@ -47,7 +48,7 @@ void deallocate(char* text) {
     CPool::Free(block, *block);
 }
 
-// The first occurrence in a text; an empty text occurs nowhere.
+// The first occurrence of `sub`, or null. An empty text never occurs.
 const char* findFirst(const char* text, const char* sub) {
     return *sub ? std::strstr(text, sub) : nullptr;
 }
@@ -56,13 +57,13 @@ std::size_t lengthOf(const char* begin, const char* end) {
     return static_cast<std::size_t>(end - begin);
 }
 
-// A position no further than the length; `ifNegative` for one before the text.
+// The position, but at most the length. A negative position gives `ifNegative`.
 std::size_t clamped(int position, std::size_t length, std::size_t ifNegative) {
     return position < 0 ? ifNegative
                         : std::min<std::size_t>(static_cast<unsigned>(position), length);
 }
 
-// Takes the first token and the separator behind it off `rest`; whether there was a separator.
+// Removes the first token and its separator from `rest`. Returns whether there was a separator.
 bool takeToken(const char*& rest, const CString& sep, std::string_view& token) {
     const char* end = findFirst(rest, sep.c_str());
     token = {rest, end ? lengthOf(rest, end) : std::strlen(rest)};
@@ -75,7 +76,7 @@ struct AnyOf {
     bool operator()(char c) const { return std::strchr(set, c); }
 };
 
-// The text without such characters at its ends.
+// The text without the characters of a set at its left end, its right end, or both.
 template <class IsInSet>
 std::string_view trimmed(std::string_view text, IsInSet isInSet, bool left, bool right) {
     while (left && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
@@ -83,7 +84,7 @@ std::string_view trimmed(std::string_view text, IsInSet isInSet, bool left, bool
     return text;
 }
 
-// What ends the directory of a path: the last "/", or without one the first ":".
+// The end of the directory in a path: the last "/" or, if there is none, the first ":".
 const char* directoryEnd(const char* path) {
     const char* slash = std::strrchr(path, '/');
     return slash ? slash : std::strchr(path, ':');
@@ -103,22 +104,22 @@ std::string_view CString::Trimmed(std::string_view text) {
 char CString::emptyText[1] = "";
 
 void CString::OutOfMemory() {
-    // The report names CreateCharString, where nearly all memory comes from, whoever asked.
+    // All callers report the same place, the one that users know from this message.
     CErrorHandler().ErrorHandler(CErrorHandler::ecAbort, CErrorHandler::ecMemory,
                                  "CString::CreateCharString");
-    std::abort();  // not reached: ecAbort does not return
+    std::abort();  // never reached, since ecAbort ends the process
 }
 
 void CString::release() {
     if (buffer != emptyText) deallocate(std::exchange(buffer, emptyText));
 }
 
-// The text becomes its own first `kept` characters followed by tail, which may lie in the buffer.
-// Where the result fits, nothing is allocated: appending, trimming and cutting mostly do not.
+// Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
+// Allocates only when the result does not fit into the buffer.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();
-    // Who keeps some of the text has counted that far.
+    // The first `kept` characters need not be counted again.
     if (buffer != emptyText && length < roomFor(kept + std::strlen(buffer + kept))) {
         std::memmove(buffer + kept, tail.data(), tail.size());
         buffer[length] = '\0';
@@ -128,7 +129,7 @@ void CString::store(std::size_t kept, std::string_view tail) {
     if (kept != 0) std::memcpy(text, buffer, kept);
     std::memcpy(text + kept, tail.data(), tail.size());
     text[length] = '\0';
-    adopt(text);  // not before this: tail may lie in the old buffer
+    adopt(text);  // only here, since tail may point into the old buffer
 }
 
 void CString::adopt(char* text) {
@@ -226,7 +227,7 @@ bool CString::SetAt(unsigned i, char c) {
 // ---------------------------------------------------------------- Numbers
 
 void CString::format(const char* form, ...) {
-    char text[32];  // the longest: 20 digits and a sign, or -1.23457e+308
+    char text[32];  // enough for 20 digits and a sign, and for -1.23457e+308
     va_list arguments;
     va_start(arguments, form);
     std::vsnprintf(text, sizeof text, form, arguments);
@@ -248,7 +249,7 @@ void CString::Converter(char* text, int n) {
 
 int CString::ToInt() const {
     if (lockedLength != 0) return 0;
-    // A long may be wider than an int; beyond a long, strtol gives the nearest one itself.
+    // A long may be wider than an int. Beyond the limits of a long, strtol clamps by itself.
     const long number = std::strtol(buffer, nullptr, 10);
     return static_cast<int>(std::clamp<long>(number, INT_MIN, INT_MAX));
 }
@@ -271,10 +272,10 @@ char* CString::GetBuffer(unsigned n) {
 }
 
 bool CString::ReleaseBuffer() {
-    if (lockedLength != 0) buffer[lockedLength] = '\0';  // in case the caller filled all of it
+    if (lockedLength != 0) buffer[lockedLength] = '\0';  // the caller may have filled it
     BufferRelease();
     lockedLength = 0;
-    CString text = buffer;  // one that fits: the buffer handed out may be far larger
+    CString text = buffer;  // in a buffer that fits
     std::swap(buffer, text.buffer);
     return true;
 }
@@ -387,7 +388,7 @@ bool CString::RemoveSubstring(CString sub) {
 
 // ---------------------------------------------------------------- Tokens
 
-// Divides the text in hand at its first separator; without one, nothing changes.
+// Splits the current token at its first separator. Without a separator, changes nothing.
 void CString::divide(const CString& sep, bool keepSeparator) {
     const char* rest = tokenWork->buffer;
     std::string_view head;
@@ -445,7 +446,7 @@ CString CString::GetToken(unsigned n, CString sep) const {
         if (before < 0) return "";
         rest = rest.Mid(before + static_cast<int>(sep.GetLength()), 0);
     }
-    return rest.Left(rest.Find(sep));  // no further separator: -1, all of it
+    return rest.Left(rest.Find(sep));  // Find gives -1 for the last token, and Left then all of it
 }
 
 int CString::FindToken(CString token, CString sep) const {
@@ -500,7 +501,7 @@ void CString::SortTokens(CString sep) {
 unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
     const unsigned total = std::min(GetNumberTokens(sep), max);
     if (total == 0) return 0;
-    // The walk of StrTok, with its snapshot, but without copying the rest for each token.
+    // The same walk as that of StrTok, but it does not copy the rest of the text for each token.
     BufferInit();
     *tokenWork = *this;
     const char* rest = tokenWork->buffer;
@@ -553,10 +554,10 @@ CString CString::GetName() const {
 
 bool CString::SplitPath(CString& drive, CString& directory, CString& name,
                         CString& extension) const {
-    CString work = *this;  // copied first: a part may be this string itself
+    CString work = *this;  // a copy, since a part may be this string itself
     work.Trim();
     const auto takeThrough = [&work](CString& part, int last) {
-        part = work.Left(last + 1);  // nothing when the mark is absent: -1
+        part = work.Left(last + 1);  // empty if the mark was not found (-1)
         work = work.Mid(last + 1, 0);
     };
     takeThrough(drive, work.Find(":"));

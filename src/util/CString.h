@@ -7,35 +7,36 @@
 
 /// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
 ///
-/// Positions and lengths count bytes from 0. Nothing fails: "not found" is -1, a position out of
-/// range is clamped or gives the NUL character or "", a null text reads as "". Only memory can run
-/// out, and a text can grow past INT_MAX bytes, where positions end: both are the fatal report and
-/// exit status 1.
+/// Positions and lengths are in bytes. Positions start at 0. No operation reports an error: "not
+/// found" is -1, a position out of range is clamped or gives NUL or "", and a null text counts as
+/// "". If memory runs out, or a text would grow longer than INT_MAX, the process prints the fatal
+/// report and exits with status 1.
 ///
-/// Every operation that returns a CString builds it in one scratch string that all strings share
-/// and returns a copy of that: the result is independent, but no two threads may use strings.
+/// Every operation that returns a CString builds the result in one scratch string, which all
+/// strings share, and returns a copy. The copy is independent, but two threads must not use strings
+/// at the same time.
 ///
-/// Between GetBuffer(n) and ReleaseBuffer() a string is locked: the buffer belongs to the caller,
-/// every operation that would change the text does nothing, and ToInt() gives 0.
+/// A string is locked from GetBuffer(n) to ReleaseBuffer(). While it is locked, the caller owns the
+/// buffer, every operation that would change the text does nothing, and ToInt() returns 0.
 class CString {
 public:
-    /// The characters that Trim() and the token operations remove. Carriage return is not one.
+    /// The characters that Trim() and the token operations remove. Not carriage return.
     static constexpr char kBlanks[] = " \t\n";
     static constexpr bool IsBlank(char c) {
         return c == kBlanks[0] || c == kBlanks[1] || c == kBlanks[2];
     }
-    /// The part of the text between the blanks at its ends.
+    /// The text without the blanks at both ends.
     static std::string_view Trimmed(std::string_view text);
 
     // --- Construction and lifetime ---
 
-    constexpr CString() {}  // constant: strings work before main, in any order of static objects
-    CString(const CString& other) : CString(other.buffer) {}  ///< Copies the text only.
-    /// Takes the text, which leaves `other` empty; copies the text of a locked one.
+    constexpr CString() {}  // constexpr, so that static strings are ready before any code runs
+    CString(const CString& other) : CString(other.buffer) {}  ///< Copies only the text.
+    /// Takes the text of `other`, which becomes empty. If `other` is locked, copies the text.
     CString(CString&& other) noexcept : CString() { *this = std::move(other); }
-    CString(const char* text);    ///< Null gives the empty string.
+    CString(const char* text);    ///< A null text gives the empty string.
     CString(char c, unsigned n);  ///< `n` copies of `c`.
-    /// The decimal text of the number, as ToString makes it. A lone char counts as a number here.
+    /// The number as text, as ToString() writes it. A single char counts as a number here.
     CString(short number) : CString() { ToString(number); }
     CString(unsigned short number) : CString() { ToString(number); }
     CString(int number) : CString() { ToString(number); }
@@ -48,8 +49,8 @@ public:
         BufferRelease();
         release();
     }
-    /// Makes all members those of a new, empty string. What they held is NOT freed: this is the
-    /// first step of every constructor, and only that.
+    /// Sets all members to those of a new, empty string. Does NOT free what they held: only for the
+    /// start of a constructor.
     void Initialize() {
         buffer = emptyText;
         lockedLength = 0;
@@ -57,10 +58,10 @@ public:
         tokenWork = tokenRest = tokenSeparator = nullptr;
     }
 
-    // --- Assignment, appending and concatenation. The operand may be, or lie in, the string. ---
+    // --- Assignment, appending and concatenation. The operand may point into the string. ---
 
     void operator=(const CString& other) { *this = other.buffer; }
-    /// Takes the text, and leaves `other` with another one, unless either of them is locked.
+    /// Swaps the texts. If one of the strings is locked, copies the text instead.
     void operator=(CString&& other) noexcept {
         if (lockedLength == 0 && other.lockedLength == 0)
             std::swap(buffer, other.buffer);
@@ -68,8 +69,9 @@ public:
             *this = other.buffer;
     }
     void operator=(const char* text);
-    void operator=(char c);  ///< The string becomes this one character.
-    /// The string becomes this text, which holds no NUL: the assignment where the length is known.
+    /// The string becomes this one character. Beware: `s = 5` stores the character of code 5.
+    void operator=(char c);
+    /// The string becomes this text, which must not hold a NUL.
     void Assign(std::string_view text) {
         if (lockedLength == 0) store(0, text);
     }
@@ -81,14 +83,15 @@ public:
     friend CString operator+(const char* left, const CString& right);
     friend CString operator+(const CString& left, char right);
     friend CString operator+(char left, const CString& right);
-    char* RepeatChar(char c, unsigned n);  ///< The string becomes `n` copies of `c`; its text.
+    char* RepeatChar(char c,
+                     unsigned n);  ///< The string becomes `n` copies of `c`. Returns its text.
     void Empty() {
         if (lockedLength == 0) release();
     }
 
-    // --- Comparison, byte by byte. A null text orders before every string and equals none. ---
+    // --- Comparison, byte by byte. A null text comes before every string and equals none. ---
 
-    // The strings come by reference: an operand of the same expression may still change them.
+    // By reference, so that a string is read after every operand of the expression was evaluated.
     friend bool operator==(const CString& a, const CString& b) { return a == b.buffer; }
     friend bool operator==(const CString& a, const char* b) { return order(a.buffer, b) == 0; }
     friend bool operator==(const char* a, const CString& b) { return order(a, b.buffer) == 0; }
@@ -107,25 +110,25 @@ public:
     friend bool operator>=(const CString& a, const CString& b) { return a >= b.buffer; }
     friend bool operator>=(const CString& a, const char* b) { return order(a.buffer, b) >= 0; }
     friend bool operator>=(const char* a, const CString& b) { return order(a, b.buffer) >= 0; }
-    int Compare(CString other) const;        ///< What strcmp gives: any negative, 0, any positive.
-    int CompareNoCase(CString other) const;  ///< The same, with ASCII letters folded.
+    int Compare(CString other) const;        ///< The result of strcmp: negative, 0 or positive.
+    int CompareNoCase(CString other) const;  ///< The same, without regard to the case of letters.
     bool Equals(CString other) const;
     bool EqualsNoCase(CString other) const;
 
     // --- Element access and size ---
 
-    unsigned GetLength() const;  ///< Counted anew on each call.
+    unsigned GetLength() const;  ///< Counts the characters on each call.
     bool IsEmpty() const { return *buffer == '\0'; }
-    char GetAt(unsigned i) const;  ///< NUL at and past the end.
+    char GetAt(unsigned i) const;  ///< NUL if `i` is not below the length.
     char operator[](unsigned i) const { return GetAt(i); }
     char GetLastChar() const;  ///< NUL for the empty string.
-    /// Whether `c` was stored: false past the end and while locked. NUL cuts the string at `i`.
+    /// Stores `c` and returns true, except past the end and while locked. A NUL cuts the text.
     bool SetAt(unsigned i, char c);
 
     // --- Numbers ---
 
-    /// The string becomes the number in decimal; a float or double with six significant digits, in
-    /// the form that %g of printf gives it.
+    /// The string becomes the number in decimal. A float or double is written as printf's %g writes
+    /// it, with six significant digits.
     void ToString(short number) { ToString(int{number}); }
     void ToString(unsigned short number) { ToString(int{number}); }
     void ToString(int number);
@@ -134,13 +137,13 @@ public:
     void ToString(unsigned long number);
     void ToString(float number) { ToString(double{number}); }
     void ToString(double number);
-    /// The string becomes the first `n` characters of `text`, an array of new[] that is taken over
-    /// and freed, also while locked. n < 1 empties the string and frees nothing.
+    /// The string becomes the first `n` characters of `text`. Frees `text` with delete[], even
+    /// while locked. If n < 1, empties the string and frees nothing.
     void Converter(char* text, int n);
-    /// The number that the text begins with, after white space and a sign; without one, 0. A
-    /// number beyond an int of 32 bits gives the nearest one.
+    /// The decimal number at the start of the text, which may have white space and a sign before
+    /// it. 0 if there is none. A number out of the range of a 32-bit int gives the nearest limit.
     int ToInt() const;
-    /// Writes the text. A template, so that a program that prints no string links no stream.
+    /// Writes the text. A template, so that a program that does not use it links no streams.
     template <class Traits>
     friend std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
                                                         const CString& string) {
@@ -151,12 +154,12 @@ public:
 
     char* GetBuffer() { return buffer; }
     const char* GetBuffer() const { return buffer; }
-    /// Locks the string and returns its buffer, of n + 1 bytes for the caller to write n characters
-    /// and a NUL into; it holds the first n characters of the text. n = 0 unlocks instead, and
-    /// empties a string that was not locked.
+    /// Locks the string and returns a buffer of n + 1 bytes, which holds the first n characters of
+    /// the text. The caller may write up to n characters and a NUL. GetBuffer(0) does not lock: it
+    /// unlocks a locked string and empties an unlocked one.
     char* GetBuffer(unsigned n);
-    /// Unlocks the string: its text is what the buffer holds up to the first NUL. Ends any walk
-    /// over tokens. Always true.
+    /// Unlocks the string. Its text is the content of the buffer up to the first NUL. Ends the
+    /// token walk. Always true.
     bool ReleaseBuffer();
     char* Get() { return GetBuffer(); }
     const char* Get() const { return GetBuffer(); }
@@ -166,107 +169,113 @@ public:
     char* c_str(unsigned n) { return GetBuffer(n); }
     bool Release() { return ReleaseBuffer(); }
     bool rc_str() { return ReleaseBuffer(); }
-    /// A new array of n + 1 bytes, the first of them NUL, for the caller to free with delete[].
+    /// A new array of n + 1 bytes that begins with a NUL. The caller frees it with delete[].
     static char* CreateCharString(unsigned n);
-    char* GetCharString() const;  ///< A new copy of the text, for the caller to free with delete[].
-    void BufferInit();            ///< Makes the strings of the token walk, once.
-    /// Frees the strings of the token walk, which ends it.
+    char* GetCharString() const;  ///< A new copy of the text. The caller frees it with delete[].
+    void BufferInit();            ///< Creates the strings of the token walk if there are none.
+    /// Frees the strings of the token walk, and so ends the walk.
     void BufferRelease() {
         if (tokenBuffersReady) deleteTokenBuffers();
     }
-    /// Ends the process with the fatal report that memory has run out, and status 1. Whatever in
-    /// the system has no other answer to a failed allocation ends here.
+    /// Prints the fatal report that memory has run out and exits with status 1. For every failed
+    /// allocation that has no other answer.
     [[noreturn]] static void OutOfMemory();
 
     // --- Search ---
 
-    int Find(CString sub) const;  ///< First occurrence; "" is never found.
-    /// The `n`-th occurrence, counted from 1, overlapping ones included; n = 0: the last.
+    int Find(CString sub) const;  ///< Position of the first occurrence. "" is never found.
+    /// Position of occurrence `n`, counted from 1. Occurrences may overlap. n = 0 means the last.
     int Find(CString sub, unsigned n) const;
-    int ReverseFind(CString sub) const;  ///< Last occurrence.
+    int ReverseFind(CString sub) const;  ///< Position of the last occurrence.
     bool IsSubstring(CString sub) const;
     bool StartsWith(CString s) const;                 ///< False for "".
     bool EndsWith(CString s) const;                   ///< False for "".
-    unsigned GetNumberOccurances(CString sub) const;  ///< Overlapping ones not counted.
+    unsigned GetNumberOccurances(CString sub) const;  ///< Counts no overlapping occurrences.
 
-    // --- Trimming: every character of `set` counts by itself. The results point to the text. ---
+    // --- Trimming removes all characters of `set` from an end. Returns the text; "" if locked. ---
 
-    const char* TrimLeft(CString set);  ///< While locked, changes nothing and returns "".
+    const char* TrimLeft(CString set);
     const char* TrimRight(CString set);
-    const char* Trim(CString set);  ///< Both ends.
-    const char* Trim();             ///< Both ends, of kBlanks.
+    const char* Trim(CString set);  ///< Trims both ends.
+    const char* Trim();             ///< Trims kBlanks from both ends.
 
     // --- Substrings ---
 
-    CString Left(int n) const;  ///< The first `n` characters; a negative `n` gives the whole text.
-    /// At most `count` characters from `start` on (a negative one is 0); count = 0: to the end.
+    CString Left(int n) const;  ///< The first `n` characters, or the whole text if `n` is negative.
+    /// Up to `count` characters from position `start`; count = 0 means all that follow. A negative
+    /// start counts as 0.
     CString Mid(int start, unsigned count) const;
-    CString Right(unsigned n) const;                          ///< The last `n` characters.
-    CString Substring(unsigned start, unsigned count) const;  ///< Mid; a start above INT_MAX is 0.
-    bool RemoveSubstring(CString sub);  ///< Removes the first occurrence; whether there was one.
+    CString Right(unsigned n) const;  ///< The last `n` characters.
+    /// The same as Mid(). A start above INT_MAX counts as 0.
+    CString Substring(unsigned start, unsigned count) const;
+    bool RemoveSubstring(CString sub);  ///< Removes the first occurrence. Returns if there was one.
     void operator-=(const CString& sub) { RemoveSubstring(sub); }
     void operator-=(const char* sub) { RemoveSubstring(sub); }
 
-    // --- Tokens: the parts of the text between occurrences of the separator, a whole string. ---
+    // --- Tokens are the parts of the text between separators. A separator is a whole string. ---
 
-    /// Starts a walk over a snapshot of the text and returns the first token, untrimmed. The walk
-    /// is kept in the string until the next one, ReleaseBuffer() or destruction; it is not copied.
+    /// Starts a token walk over a copy of the text and returns the first token, untrimmed. The
+    /// string keeps the walk until the next one starts, ReleaseBuffer() is called, or the string is
+    /// destroyed. A copy of the string does not have the walk.
     CString StrTok(CString sep);
-    CString StrTok();    ///< The next token; "" once the text is used up, as for an empty token.
-    CString StrTokIt();  ///< The step that both forms of StrTok take.
-    CString StrBreak(CString sep);  ///< The text up to and including the first separator.
-    CString StrBreak();             ///< The text after what the last StrBreak(sep) returned.
-    /// How many tokens the blank-trimmed text holds: none when it or the separator is empty.
+    CString StrTok();    ///< The next token. Returns "" for an empty token and after the last one.
+    CString StrTokIt();  ///< The step that both forms of StrTok() take.
+    CString StrBreak(CString sep);  ///< The text up to the first separator, with the separator.
+    CString StrBreak();             ///< The text behind what the last StrBreak(sep) returned.
+    /// The number of tokens in the blank-trimmed text. 0 if the text or the separator is empty.
     unsigned GetNumberTokens(CString sep) const;
-    /// Token `n`, counted from 0, of the blank-trimmed text; untrimmed itself; "" past the last.
+    /// Token `n`, counted from 0, of the blank-trimmed text. The token is not trimmed. "" if there
+    /// are not so many.
     CString GetToken(unsigned n, CString sep) const;
     /// Position in the blank-trimmed text of the first token equal to `token`, or -1. An empty
     /// separator gives 0.
     int FindToken(CString token, CString sep) const;
     bool IsToken(CString token, CString sep) const { return FindToken(token, sep) >= 0; }
-    void AddToken(CString token, CString sep);  ///< Appends; an empty token adds the separator.
-    /// Inserts `token` in front of the token `before`, found without regard to case; an empty
-    /// `before` means in front of all, an absent one at the end. An empty token changes nothing.
-    /// The position comes from FindToken, so blanks at the start of the text shift the place.
+    /// Appends the token, with a separator before it unless the string is empty.
+    void AddToken(CString token, CString sep);
+    /// Inserts `token` before the token `before`, which is found without regard to case. If
+    /// `before` is empty, inserts at the start; if it is not found, appends. An empty token changes
+    /// nothing. Beware: positions count in the trimmed text, so leading blanks shift the place.
     void InsertToken(CString token, CString before, CString sep);
-    /// Sorts the tokens in byte order and drops empty ones. Tokens that differ only in case may
-    /// stay out of order, since InsertToken does not tell them apart.
+    /// Sorts the tokens in byte order and drops empty ones. Beware: tokens that differ only in case
+    /// may stay in the wrong order, since InsertToken() does not tell them apart.
     void SortTokens(CString sep);
-    /// Fills out[0] to out[k - 1] with the first tokens, blank-trimmed, and returns k: the number
-    /// of tokens, but at most `max`. The other elements are left alone. It is a walk itself:
-    /// StrTok() goes on behind the last token parsed.
+    /// Stores up to `max` tokens, blank-trimmed, in `out` and returns how many it stored.
+    /// Leaves the other elements unchanged. Starts a token walk: StrTok() then returns the token
+    /// after the last one stored.
     unsigned ParseTokens(CString* out, unsigned max, CString sep);
 
-    // --- Case, of ASCII letters only. While locked, the forms that change the text return "". ---
+    // --- Case of ASCII letters. While locked, the forms that change the string return "". ---
 
-    CString ToUpper();            ///< Changes the string, and returns a copy of it.
-    CString ToUpper(unsigned i);  ///< Changes the character at `i` only; past the end, returns "".
+    CString ToUpper();            ///< Changes the string and returns a copy.
+    CString ToUpper(unsigned i);  ///< Changes only the character at `i`. Past the end, returns "".
     CString ToLower();
     CString ToLower(unsigned i);
     CString Upper() const;  ///< An upper-cased copy.
     CString Lower() const;  ///< A lower-cased copy.
 
-    // --- Paths, as texts: nothing here asks the file system. Only '/' separates directories. ---
+    // --- Paths as texts, without a look at the file system. Only '/' separates directories. ---
 
-    CString GetPath() const;        ///< The directory without its last '/'; "" when there is none.
-    CString GetPath(CString path);  ///< The string becomes the directory of `path`; a copy of it.
-    CString GetName() const;        ///< What follows the last '/', or without one the first ':'.
-    /// The four parts of the blank-trimmed text, e.g. "C:", "/dir/sub/", "file", ".txt". An
-    /// extension has at most three characters after its '.'. Always true.
+    CString GetPath() const;  ///< The directory, without the '/' at its end. "" if there is none.
+    CString GetPath(CString path);  ///< The string becomes the directory of `path`. Returns a copy.
+    CString GetName()
+        const;  ///< The text after the last '/'. If there is no '/', after the first ':'.
+    /// Splits the blank-trimmed text into four parts, for example "C:", "/dir/sub/", "file",
+    /// ".txt". An extension has at most three characters after its '.'. Always true.
     bool SplitPath(CString& drive, CString& directory, CString& name, CString& extension) const;
     CString GetDrive() const;
     CString GetDirectory() const;
     CString GetFileName() const;  ///< Without the extension.
     CString GetExtension() const;
-    /// The string becomes directory and name joined by AddPath, followed by the extension as it
-    /// is. The drive is ignored. Returns the text.
+    /// The string becomes directory and name, joined by AddPath(), and then the extension. Ignores
+    /// the drive. Returns the text.
     const char* MakePath(CString drive, CString directory, CString name, CString extension);
-    /// Appends `part` with exactly one '/' between; an empty side adds none. Returns the text.
+    /// Appends `part`, with exactly one '/' between unless a side is empty. Returns the text.
     const char* AddPath(CString part);
-    CString GetAbsolutePath() const;  ///< A copy of the text as it is.
+    CString GetAbsolutePath() const;  ///< A copy of the text, unchanged.
 
-    /// Replaces the array *dest, freed with delete[] when not null, by a new copy of `src` that the
-    /// caller owns. Always true. Neither form uses this string's text.
+    /// Frees the array *dest with delete[] and replaces it by a new copy of `src`, which the caller
+    /// owns. Always true. Does not use this string's text.
     bool CopyString(char** dest, const char* src);
     bool CopyString(char** dest, CString src);
 
@@ -284,13 +293,13 @@ private:
     CString convert(int (*fold)(int));
     CString convert(unsigned i, int (*fold)(int));
 
-    void release();  // frees the text: the string is empty then
+    void release();  // frees the text; the string is then empty
     void deleteTokenBuffers();
 
-    static char emptyText[1];  // what empty strings share, so that none of them allocates
+    static char emptyText[1];  // shared by all empty strings, so that they allocate nothing
 
     char* buffer = emptyText;   // never null
-    unsigned lockedLength = 0;  // 0, or the capacity that GetBuffer(n) handed out
+    unsigned lockedLength = 0;  // while locked, the n of GetBuffer(n); otherwise 0
     bool tokenBuffersReady = false;
     CString* tokenWork = nullptr;  // the three strings of a token walk: null until the first one
     CString* tokenRest = nullptr;

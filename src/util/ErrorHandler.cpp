@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 namespace {
-// What stands before the detail in the message of each kind, by the kind's number.
+// The text before the detail in the message of each kind. The index is the kind.
 constexpr const char* kOpenings[] = {
     nullptr,
     "General System Error\n\n",
@@ -27,9 +27,8 @@ constexpr const char* kParseClosing =
 
 bool isKind(int kind) { return kind > 0 && kind <= CErrorHandler::ecTcpIp; }
 
-// The first character of the answer decides; its whole line is read, so that the next question
-// does not meet what is left of this one.
-bool isAnswerYes() {
+// Whether the answer is yes. Reads its whole line, so that nothing is left for the next question.
+bool readYes() {
     int c = std::getchar();
     while (std::isspace(c)) c = std::getchar();
     const bool yes = c == 'y' || c == 'Y';
@@ -39,7 +38,7 @@ bool isAnswerYes() {
 }  // namespace
 
 void CErrorHandler::ErrorHandler(ErrorCodeDef reaction, ErrorCodeDef kind, const char* detail) {
-    // On the stack: this is called when memory has run out.
+    // On the stack, since memory may have run out.
     char message[512] = "\n";
     if (!detail) detail = "";
     if (kind == ecParse)
@@ -51,7 +50,7 @@ void CErrorHandler::ErrorHandler(ErrorCodeDef reaction, ErrorCodeDef kind, const
 
     if (reaction == ecAsk) {
         std::fputs("\nContinue anyway? ", stderr);
-        if (!isAnswerYes()) reaction = ecAbort;
+        if (!readYes()) reaction = ecAbort;
     }
     if (reaction == ecAbort) std::exit(1);
 }

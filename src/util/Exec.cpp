@@ -24,7 +24,7 @@ constexpr ErrorWords kErrorWords[] = {
     {CExec::kNoInterpreter, "Command interpreter not found.\n\nCOMSPEC = "},
 };
 
-// Nothing for an error without words of its own.
+// Empty for an error that the table does not have.
 CString wordsFor(int error) {
     CString words;
     for (const ErrorWords& row : kErrorWords)
@@ -33,8 +33,8 @@ CString wordsFor(int error) {
     return words;
 }
 
-// Fills the argument vector, which has room for every word of the line and a null entry, with
-// copies of the words; the first gives up its directory. Returns that word as it was typed.
+// Fills the argument vector, which has room for all words and a null entry, with copies of the
+// words of the line. Removes the directory from the first word. Returns that word as it was typed.
 CString splitCommand(CString line, char** arguments) {
     CString program;
     char* rest = nullptr;
@@ -49,7 +49,7 @@ CString splitCommand(CString line, char** arguments) {
         }
         *arguments++ = word.GetCharString();
     }
-    // A line of blanks still has a program, of an empty name.
+    // A line of only blanks still has a program, with an empty name.
     if (program.IsEmpty()) *arguments = program.GetCharString();
     return program;
 }
@@ -87,7 +87,7 @@ bool CExec::Execute() {
     if (m_sCommand.IsEmpty()) return false;
     CString line = m_sCommand;
     line.Trim();
-    // At most one word a token, at least the program, and the null entry.
+    // A word for each token, or the program if there are no words, and the null entry.
     char** arguments = new (std::nothrow) char*[line.GetNumberTokens(" ") + 2]();
     if (!arguments) return false;
     const CString program = splitCommand(line, arguments);

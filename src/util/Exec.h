@@ -4,8 +4,8 @@
 
 /// Runs an external command, and remembers why the last attempt failed.
 ///
-/// Run() goes through the command interpreter and waits; Execute() replaces the process by the
-/// program. Neither prints anything: DisplayLastError() puts a failure into words.
+/// Run() uses the command interpreter and waits for the command. Execute() replaces the process by
+/// the program. Neither prints anything: DisplayLastError() describes a failure.
 ///
 ///     CExec exec("tar cf backup.tar /etc");
 ///     if (!exec.Run()) exec.DisplayLastError();
@@ -14,31 +14,31 @@ public:
     CExec() = default;
     explicit CExec(CString command);
 
-    void Initialize();  ///< No command, no error, nothing run: as new.
+    void Initialize();  ///< Resets the object to the state of a new one, without a command.
 
-    /// Runs the command in the interpreter and waits for its end. Whether the interpreter could be
-    /// started: a command that ran and failed has run. An empty command is false, and leaves the
-    /// last error alone.
+    /// Runs the command in the interpreter and waits until it ends. Returns whether the interpreter
+    /// could be started, even if the command itself failed. If the command is empty, returns false
+    /// and keeps the last error.
     bool Run();
-    bool Run(CString command);  ///< Stores the command first.
+    bool Run(CString command);  ///< Stores the command, then runs it.
 
-    /// Replaces the process by the command's program, so it returns only on failure, with false.
-    /// The command is split at spaces, without quoting, and each word trimmed of CString::kBlanks;
-    /// the first word is looked for as typed, through PATH when it holds no "/", and its GetName()
-    /// becomes argument 0. An empty command, and no memory for the arguments, is false and leaves
-    /// the last error alone.
+    /// Replaces the process by the program of the command. Returns only on failure, with false. The
+    /// command is split at spaces, without quoting, and each word is trimmed of CString::kBlanks.
+    /// The first word names the program, which is searched on PATH if the word has no "/". Argument
+    /// 0 is the GetName() of that word. If the command is empty, or memory for the arguments runs
+    /// out, returns false and keeps the last error.
     bool Execute();
-    bool Execute(CString command);  ///< Stores the command first.
+    bool Execute(CString command);  ///< Stores the command, then executes it.
 
-    /// The errno of the last failure, or kNoInterpreter; 0 when there was none.
+    /// The errno of the last failure, or kNoInterpreter. 0 if there was no failure.
     int GetLastError() const { return m_nLastError; }
-    /// Reports the last failure on standard error, changes nothing, and returns the last error.
+    /// Reports the last failure on standard error. Returns the last error.
     int DisplayLastError() const;
 
     static constexpr int kNoInterpreter = 999;  ///< There is no command interpreter.
 
 private:
-    enum Mode { kNone = 0, kRun = 1, kExecute = 2 };  // the last operation tried
+    enum Mode { kNone = 0, kRun = 1, kExecute = 2 };  // the last operation
 
     int m_nLastError = 0;
     Mode m_nMode = kNone;

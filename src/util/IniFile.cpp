@@ -14,16 +14,17 @@
 namespace {
 bool isHeader(const char* line) { return *line == '['; }
 
-// Lookups pass over comments, edits do not.
+// Lookups skip comments. Edits do not.
 bool isComment(const char* line) { return *line == ';'; }
 
-// Whether reading may wait, or go on for ever: from a pipe, a terminal or another device.
+// Whether reading may wait or never end: for a pipe, a terminal or another device.
 bool isEndless(const CString& path) {
     struct stat status;
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// The room that a file is first read into. Doubled over and over, it comes near to INT_MAX.
+// The first size of the block that a file is read into. Doubled repeatedly, it comes close to
+// INT_MAX.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
 // Only ASCII letters have a case.
@@ -33,8 +34,8 @@ bool isSameLetter(char a, char b) {
     return a == b || ((a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z');
 }
 
-// What follows the name and the blanks behind it, when the text begins with the name; otherwise
-// null. It compares where the line lies, and inline, since a lookup calls it for every line.
+// If the text begins with the name, the rest after the name and its blanks; otherwise null. Inline
+// and without a copy, since a lookup calls it for every line.
 inline const char* skipName(const char* text, std::string_view name) {
     for (std::size_t i = 0; i != name.size(); ++i)
         if (!isSameLetter(text[i], name[i])) return nullptr;
@@ -43,8 +44,7 @@ inline const char* skipName(const char* text, std::string_view name) {
     return text;
 }
 
-// Whether a line can hold this name: never with the character that ends it there, nor with a blank
-// at its end.
+// Whether a line can have this name. In a line, `end` ends a name and blanks around it are trimmed.
 bool isName(std::string_view name, char end) {
     return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
 }
@@ -62,8 +62,8 @@ bool isEntryOf(std::string_view key, const char* line) {
     return rest && *rest == '=' && isName(key, '=');
 }
 
-// Moves `line`, the first of the document, to the first line of the section: null when its header
-// is the last line. Whether there is such a section; the unnamed one is at the top.
+// Moves `line` from the first line of the document to the first line of the section, or to null if
+// the header is the last line. Returns whether the section exists. The unnamed one always does.
 bool enterSection(const CString& section, CIniFile::IniLineDef*& line) {
     if (section.IsEmpty()) return true;
     const std::string_view name = section.c_str();
@@ -73,8 +73,8 @@ bool enterSection(const CString& section, CIniFile::IniLineDef*& line) {
     return header != nullptr;
 }
 
-// The first line that is wanted, from `line` to the end of its section; without one, the header
-// that ends the section, or null.
+// The first line from `line` on that is wanted and in the same section. If there is none, the
+// header that ends the section, or null at the end of the document.
 template <class IsWanted>
 CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
     while (line && !isHeader(line->sLine.c_str()) && !isWanted(line->sLine.c_str()))
@@ -82,11 +82,11 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
     return line;
 }
 
-// Whether findLine returned a line that was wanted.
+// Whether the result of findLine is a line that was wanted.
 bool isFound(const CIniFile::IniLineDef* line) { return line && !isHeader(line->sLine.c_str()); }
 
-// The number of a numbered entry: what its key holds after its last ".", in plain decimal. -1 when
-// the line is no such entry.
+// The number after the last "." in the key of a numbered entry. -1 if the line is not one: a number
+// with leading zeros does not count.
 int numberOf(const char* line) {
     const char* end = isComment(line) ? nullptr : std::strchr(line, '=');
     if (!end) return -1;
@@ -99,7 +99,7 @@ int numberOf(const char* line) {
     return number <= INT_MAX ? static_cast<int>(number) : -1;
 }
 
-// Null when memory for the record runs out.
+// Null if memory for the record runs out.
 CIniFile::IniLineDef* makeLine(std::string_view text) {
     auto* line = new (std::nothrow) CIniFile::IniLineDef;
     if (line) line->sLine.Assign(CString::Trimmed(text));
@@ -139,7 +139,7 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
     if (enterSection(section, p))
         p = findLine(p,
                      [&](const char* text) { return isEntryOf(name, text) && !isComment(text); });
-    // Only the last visited line is copied, not each of them.
+    // Copies only the last line visited, not each of them.
     line = p ? p->sLine : m_pFirstLine->pPrev->sLine;
     return isFound(p);
 }
@@ -211,8 +211,7 @@ bool CIniFile::WriteIt(CString section, CString key, CString value, bool bAllowD
     return true;
 }
 
-// Changes the line of the first entry of this key in the section that begins at `first`, or adds
-// one.
+// Sets the entry of this key in the section that begins at `first`, or adds it.
 bool CIniFile::setEntry(IniLineDef* first, std::string_view key, std::string_view text) {
     IniLineDef* line = findLine(first, [&](const char* entry) { return isEntryOf(key, entry); });
     if (!isFound(line)) return addToSection(line, text);
@@ -220,16 +219,17 @@ bool CIniFile::setEntry(IniLineDef* first, std::string_view key, std::string_vie
     return true;
 }
 
-// Adds the line to the section that begins at `first`, unless it would be a duplicate: a blank line
-// is none.
+// Adds a line to the section that begins at `first`, unless it would be a forbidden duplicate. An
+// empty line never is.
 bool CIniFile::addBareLine(IniLineDef* first, std::string_view text, bool bAllowDuplicate) {
     const bool isRefused = !bAllowDuplicate && !text.empty();
     IniLineDef* line = findLine(first, [&](const char* bare) { return isRefused && text == bare; });
     return !isFound(line) && addToSection(line, text);
 }
 
-// Adds a line to the section that ends at this header, or with the document: after its last line
-// and before the blank lines behind that, of which there shall be one before a header.
+// Adds a line to the section that ends before the header `nextHeader`, or at the end of the
+// document if that is null. The line goes before the section's trailing blank lines. If there are
+// none before a header, adds one.
 bool CIniFile::addToSection(IniLineDef* nextHeader, std::string_view text) {
     if (text.empty()) return true;
     if (!nextHeader) return insert(blanksAtEnd(), text);
@@ -237,14 +237,14 @@ bool CIniFile::addToSection(IniLineDef* nextHeader, std::string_view text) {
     return insert(at, text) && (at != nextHeader || insert(nextHeader, ""));
 }
 
-// Adds a section after the last line that is not blank, with one blank line between.
+// Adds a section after the last line that is not blank, with a blank line between.
 bool CIniFile::addSection(const CString& section, std::string_view text) {
     IniLineDef* at = blanksAtEnd();
     if (at != m_pFirstLine && !insert(at, "")) return false;
     return InsertLine(at, "[" + section + "]") && (text.empty() || insert(at, text));
 }
 
-// The first of the blank lines that end the document; null when none do.
+// The first of the blank lines at the end of the document. Null if there are none.
 CIniFile::IniLineDef* CIniFile::blanksAtEnd() {
     IniLineDef* last = m_pFirstLine ? m_pFirstLine->pPrev : nullptr;
     return last && last->sLine.IsEmpty() ? RewindBlanks(last) : nullptr;
@@ -274,9 +274,9 @@ bool CIniFile::ReadIniFile(CString path) {
     return file.OpenFile(std::move(path)) && readLines(file);
 }
 
-// Reads the file by the block and takes the lines from there. What a block leaves of its last line
-// is moved to the front, and the next block is read behind it. The room doubles only for a line
-// that fills it.
+// Reads the file block by block and takes the lines from the block. An unfinished line at the end
+// is moved to the front, and the next block is read behind it. If a line fills the whole room, the
+// room is doubled, so that a line of any length is read in linear time.
 bool CIniFile::readLines(CMyFileIO& file) {
     CString block;
     unsigned room = kFirstRoom, unfinished = 0;
@@ -288,7 +288,7 @@ bool CIniFile::readLines(CMyFileIO& file) {
         unfinished = static_cast<unsigned>(rest.size());
         std::memmove(text, rest.data(), unfinished);
         if (unfinished == room) {
-            text[room] = '\0';  // GetBuffer keeps what stands before the NUL
+            text[room] = '\0';  // GetBuffer keeps the text before the NUL
             room *= 2;
             text = block.GetBuffer(room);
         }
@@ -299,7 +299,7 @@ bool CIniFile::readLines(CMyFileIO& file) {
 bool CIniFile::AddLine(CString text) { return append(text.c_str()); }
 
 bool CIniFile::append(std::string_view text) {
-    if (m_pFirstLine && !m_pFirstLine->pPrev) return false;  // a broken list is not extended
+    if (m_pFirstLine && !m_pFirstLine->pPrev) return false;  // does not extend a broken list
     IniLineDef* line = makeLine(text);
     if (!line) {
         CErrorHandler().ErrorHandler(CErrorHandler::ecWarn, CErrorHandler::ecMemory,
@@ -323,7 +323,7 @@ bool CIniFile::insert(IniLineDef* before, std::string_view text) {
     if (before != m_pFirstLine && !before->pPrev) return false;
     IniLineDef* line = makeLine(text);
     if (!line) return false;
-    line->pPrev = before->pPrev;  // of the first line: the last one, which stays the last
+    line->pPrev = before->pPrev;  // before the first line, this is the last line
     line->pNext = before;
     if (before == m_pFirstLine)
         m_pFirstLine = line;

@@ -11,11 +11,12 @@
 #include <utility>
 
 namespace {
-// Memory that runs out in fopen must not pass for a missing file.
+// If memory runs out in fopen, the file must not count as missing.
 std::FILE* openStream(const CString& path, const CString& mode) {
     std::FILE* file = std::fopen(path.c_str(), mode.c_str());
     if (!file && errno == ENOMEM) CString::OutOfMemory();
-    // A full buffer would hide a refused line until the file is closed, where nobody asks.
+    // Line by line: if the system refuses a line, the write itself must fail. With a full buffer
+    // only closing would, and its result is not looked at.
     const bool writesText = (mode[0] != 'r' || mode.IsSubstring("+")) && !mode.IsSubstring("b");
     if (file && writesText) std::setvbuf(file, nullptr, _IOLBF, 0);
     return file;
@@ -27,17 +28,16 @@ bool isSameFile(const CString& a, const CString& b) {
            first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-// Carriage returns and NULs add nothing to a text.
+// Texts are read without carriage returns and NULs.
 bool isDropped(int c) { return c == '\r' || c == '\0'; }
 
-// Removes them, and returns the length of what is left. Few files hold any, which is quickly seen.
+// Removes them and returns the length of the rest. Most files have none, so it looks first.
 std::size_t removeDropped(char* text, std::size_t length) {
     if (!std::memchr(text, '\r', length) && !std::memchr(text, '\0', length)) return length;
     return static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
 }
 
-// Characters that come one by one. Its length is known, unlike that of a string, so a text of any
-// length is gathered in linear time.
+// Collects a text character by character, in linear time: a string would count its length for each.
 class Gatherer {
 public:
     void add(char c) {
@@ -51,12 +51,12 @@ public:
 
 private:
     void grow() {
-        text();  // GetBuffer keeps what stands before the NUL
+        text();  // puts a NUL, since GetBuffer keeps the text before it
         m_room *= 2;
         m_text = m_string.GetBuffer(m_room);
     }
 
-    unsigned m_length = 0, m_room = 63;  // so that doubling comes near to INT_MAX
+    unsigned m_length = 0, m_room = 63;  // doubled again and again, it comes close to INT_MAX
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };
@@ -70,7 +70,7 @@ bool CMyFileIO::Open(CString mode) {
     if (m_sFileName.IsEmpty()) return false;
     if (mode.IsEmpty()) mode = "r";
     CloseFile();
-    m_bTemporary = false;  // it may be left from a file that could not be closed
+    m_bTemporary = false;  // still set if a temporary file could not be closed
     m_pFile = openStream(m_sFileName, mode);
     m_bOpen = m_pFile != nullptr;
     m_bEOF = false;
@@ -78,7 +78,7 @@ bool CMyFileIO::Open(CString mode) {
 }
 
 bool CMyFileIO::OpenFile(CString name, CString mode) {
-    if (m_bTemporary) CloseFile();  // before its name is lost, by which it is deleted
+    if (m_bTemporary) CloseFile();  // while its name is known, by which it is deleted
     m_sFileName = std::move(name);
     return Open(mode);
 }
@@ -120,7 +120,7 @@ unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
     std::size_t kept = 0;
     while (m_bOpen && size != 0 && kept == 0 && !m_bEOF) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
-        m_bEOF = length < size;  // at the end, or after an error
+        m_bEOF = length < size;  // the end of the file, or an error
         kept = removeDropped(block, length);
     }
     return static_cast<unsigned>(kept);
@@ -142,7 +142,7 @@ bool CMyFileIO::WriteStringNL(CString text) { return WriteString(text) && WriteS
 // ---------------------------------------------------------------- Files by name
 
 bool CMyFileIO::Exists(CString name) {
-    // fopen would wait for the writer of a pipe.
+    // Not by fopen, which would wait for the writer of a pipe.
     const int descriptor = open(name.c_str(), O_RDONLY | O_NONBLOCK);
     return descriptor >= 0 && close(descriptor) == 0;
 }
@@ -157,7 +157,7 @@ bool CMyFileIO::DeleteFile(CString name) { return unlink(name.c_str()) == 0; }
 bool CMyFileIO::CopyFile(CString source, CString target) {
     CMyFileIO in(source), out(target);
     if (!in.Open("rb")) return false;
-    if (isSameFile(source, target)) return true;  // opening it for writing would empty it
+    if (isSameFile(source, target)) return true;  // opening the target would empty it
     if (!out.Open("wb+")) return false;
     for (int c; (c = getc_unlocked(in.m_pFile)) != EOF;) putc_unlocked(c, out.m_pFile);
     return true;
@@ -177,8 +177,8 @@ bool CMyFileIO::GetFiles(CString dir, CString& list) { return GetSubdirectories(
 // ---------------------------------------------------------------- Versions and comments
 
 bool CMyFileIO::GetFileVersion(CString path, CString& version) {
-    // First comes the pattern, then the rest of the key, then the value; three zeros end the last
-    // two. The pattern is "FileVersion" in UTF-16, little-endian. The last letter is not compared.
+    // The file holds the key "FileVersion" and its value in UTF-16, little-endian. Three zeros end
+    // each of them. The pattern is the start of the key: its last letter is not compared.
     static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
     constexpr unsigned kPatternLength = sizeof kPattern;  // with the 0 that follows the "o"
     constexpr unsigned kEndLength = 3;
@@ -207,7 +207,7 @@ bool CMyFileIO::GetFileVersion(CString path, CString& version) {
 int CMyFileIO::CompareFileVersion(CString first, CString second) {
     for (CString* version : {&first, &second}) {
         version->Trim();
-        *version = version->Left(version->Find(" "));  // without a blank: -1, all of it
+        *version = version->Left(version->Find(" "));  // all of it if there is no blank (-1)
     }
     for (unsigned field = 0; field < 4; ++field) {
         const int a = first.GetToken(field, ".").ToInt(), b = second.GetToken(field, ".").ToInt();

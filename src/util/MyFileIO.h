@@ -6,10 +6,10 @@
 
 /// A text file that is read and written line by line, and the file utilities of the system.
 ///
-/// The object owns its stream, and closes it in its destructor. Failures are results; nothing is
-/// printed. Modes are those of fopen, and whatever fopen opens can be used: pipes and devices too,
-/// with fopen's waiting for the other end of a pipe. A folder reads as an empty file. Files opened
-/// to write text are line buffered, so a line counts as written when the system has taken it.
+/// The object owns its stream and closes it in its destructor. Failures are results; the class
+/// prints nothing. The modes are those of fopen, and everything that fopen opens can be used,
+/// including pipes and devices. Opening a pipe waits for its other end. A folder reads as an empty
+/// file. Text is written line by line: a line counts as written when the system has accepted it.
 ///
 ///     CMyFileIO file;
 ///     CString line;
@@ -25,73 +25,75 @@ public:
 
     // --- Opening and closing ---
 
-    /// Opens the file of the object's name; an empty mode means "r". An open file is closed first,
-    /// but with an empty name nothing is done. Whether the file is open.
+    /// Opens the file of the object's name and returns whether it is open. An empty mode means "r".
+    /// Closes an open file first. If the name is empty, does nothing and returns false.
     bool Open(CString mode);
     bool Open() { return Open(""); }
-    /// Takes `name` as the object's name and opens it. A temporary file goes under its own name.
+    /// Sets the object's name to `name` and opens that file. If the open file is a temporary one,
+    /// it is deleted first, under its own name.
     bool OpenFile(CString name, CString mode);
     bool OpenFile(CString name) { return OpenFile(name, ""); }
-    /// Opens a new file in `dir`, for reading and writing, that is deleted when it is closed. An
-    /// empty `dir` is the current folder. No other process can have a file of that name. On
-    /// failure, nothing is open and nothing is left.
+    /// Creates and opens a file for reading and writing that is deleted when it is closed. Its name
+    /// is new in the folder `dir`; an empty `dir` means the current folder. If this fails, no file
+    /// is open and none is left behind.
     bool OpenTempFile(CString dir);
-    /// Whether the file was closed without an error; false also when none was open.
+    /// Returns whether a file was closed without an error. False if none was open.
     bool CloseFile();
     bool Close() { return CloseFile(); }
 
     // --- Reading ---
 
-    /// Reads the next line with its line feed, without carriage returns and NULs; false when
-    /// nothing is left, or when a read error ended the file early: `line` is then empty. A locked
-    /// `line` keeps its text, of which the result then tells: ask IsEOF() for the end.
+    /// Reads the next line, with its line feed but without carriage returns and NULs. Returns
+    /// false, with an empty `line`, at the end of the file; a read error counts as the end. Beware:
+    /// a locked `line` keeps its text, and the result says whether that is empty. Use IsEOF() then.
     bool ReadString(CString& line);
-    /// Reads up to `size` bytes, drops carriage returns and NULs, and adds no NUL. How many are
-    /// left: 0 only at the end of the file, after a read error, or for a `size` of 0.
+    /// Reads up to `size` bytes and removes carriage returns and NULs. Does not add a NUL. Returns
+    /// how many bytes are left. 0 means the end of the file, a read error, or a `size` of 0.
     unsigned ReadBlock(char* block, unsigned size);
-    /// Whether a read has met the end of the file, or no file is open. After the last line has been
-    /// read in full this is still false.
+    /// Whether a read has reached the end of the file, or no file is open. Still false when the
+    /// last line was read with its line feed: only the next read reaches the end.
     bool IsEOF() const { return !m_bOpen || m_bEOF; }
-    bool Rewind();  ///< Back to the first line; false when no file is open.
+    bool Rewind();  ///< Goes back to the first line. False if no file is open.
 
-    // --- Writing. Each gives false when no file is open or the system refuses the text. ---
+    // --- Writing. False if no file is open or the system refuses the text. ---
 
-    bool WriteString(CString text);  ///< Adds no line end.
+    bool WriteString(CString text);  ///< Adds no line feed.
     bool WriteStringNL() { return WriteString("\n"); }
     bool WriteStringNL(CString text);
 
     // --- Files by name ---
 
     bool Exists() const { return Exists(m_sFileName); }
-    /// Whether the file can be opened for reading. Never waits, not even for a pipe's writer.
+    /// Whether the file can be opened for reading. Never waits, not even for the writer of a pipe.
     static bool Exists(CString name);
-    bool DeleteFile();  ///< Closes the object's file if open, then removes it.
+    bool DeleteFile();  ///< Closes the object's file if it is open, then removes it.
     static bool DeleteFile(CString name);
-    /// Copies byte for byte, up to the end of the source or the first read error; the target is
-    /// created or replaced. False when one of them cannot be opened. Errors on the way are not
-    /// noticed. A file copied onto itself stays as it is.
+    /// Copies byte for byte up to the end of the source, and creates or replaces the target.
+    /// Returns false if one of the files cannot be opened. Does not notice errors while writing; a
+    /// read error counts as the end. If both names are the same file, leaves it unchanged.
     static bool CopyFile(CString source, CString target);
-    /// Replaces all permissions by "the owner may read" (0400) or "the owner may write" (0200).
+    /// Sets the permissions to 0400 (only the owner may read) or 0200 (only the owner may write).
     static bool SetReadOnly(CString path, bool bReadOnly);
-    /// Both only check `dir`: `list` is emptied and stays empty. False for an empty `dir`.
+    /// These two list nothing: they empty `list` and return whether `dir` is a non-empty text.
     static bool GetSubdirectories(CString dir, CString& list);
     static bool GetFiles(CString dir, CString& list);
 
     // --- Versions and comments ---
 
-    /// Appends to `version` the "FileVersion" text of an executable's version resource. Whether a
-    /// complete one was found; what was read of a cut one is appended all the same.
+    /// Appends the "FileVersion" text in the version resource of an executable to `version`.
+    /// Returns whether a complete text was found. Beware: appends an incomplete text too.
     bool GetFileVersion(CString& version) const { return GetFileVersion(m_sFileName, version); }
     static bool GetFileVersion(CString path, CString& version);
-    /// 1, -1 or 0 as `first` is the higher, the lower or the same version in its first four fields,
-    /// e.g. "5.0.2195.1620 (build 7)". A missing field, or one that is no number, counts as 0.
+    /// Compares the first four fields of versions such as "5.0.2195.1620 (build 7)". Returns 1 if
+    /// `first` is higher, -1 if it is lower, 0 if both are equal. A field that is missing or not a
+    /// number counts as 0.
     static int CompareFileVersion(CString first, CString second);
-    /// Whether the line begins, after blanks, with ";", "#" or "//". (In a CIniFile only ";" does.)
+    /// Whether the line begins with ";", "#" or "//" after blanks. Beware: CIniFile knows only ";".
     static bool IsComment(CString line);
 
 private:
     bool m_bOpen = false;
-    bool m_bEOF = true;            // the last read met the end of the file
+    bool m_bEOF = true;            // the last read reached the end of the file
     bool m_bTemporary = false;     // the open file is deleted when it is closed
     std::FILE* m_pFile = nullptr;  // meaningful only while open
     CString m_sFileName;

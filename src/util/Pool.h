@@ -7,20 +7,19 @@
 
 /// The memory of what a document has by the thousand: its line records and their short texts.
 ///
-/// A small block is taken and given back without the bookkeeping of malloc and free, and without a
-/// byte around it. A block that was given back is the next of its size to be taken. When no small
-/// block is left in use, the memory behind them goes back to the system. Larger blocks are
-/// malloc's; so are all blocks under an address sanitizer, which would not see an overrun in the
-/// pool.
+/// Small blocks cost less here than from malloc: no byte is spent around a block, and a freed block
+/// is the next one of its size to be given out. The pool returns its memory to the system when no
+/// small block is in use. Larger blocks come from malloc. Under an address sanitizer all blocks do,
+/// since it would not see an overrun inside the pool.
 ///
-/// All of it stands in this header, so that each source that uses it links alone.
+/// The pool has no source file, so that each source that uses it links alone.
 class CPool {
 public:
     CPool() = delete;
 
     static constexpr std::size_t kLargest = 128;  ///< The size of the largest small block.
 
-    /// A block of `size` bytes, 1 or more, aligned for pointers; null when memory runs out.
+    /// A block of `size` bytes (at least 1), aligned for pointers. Null if memory runs out.
     static void* Allocate(std::size_t size) noexcept {
         if (!isSmall(size)) return std::malloc(size);
         SizeClass& blocks = s_classes[unitsOf(size)];
@@ -33,7 +32,8 @@ public:
         return block;
     }
 
-    /// Gives a block back. `size` is the one it was taken with, or any above kLargest for any such.
+    /// Frees a block. `size` is the size it was allocated with; for a block above kLargest, any
+    /// size above kLargest will do.
     static void Free(void* block, std::size_t size) noexcept {
         if (!isSmall(size)) return std::free(block);
         Unit* freed = static_cast<Unit*>(block);
@@ -42,21 +42,22 @@ public:
     }
 
 private:
-    // What sizes are counted in. The first unit of a free block, and of a chunk, links to the next.
+    // The unit of all sizes. In a free block and in a chunk, the first unit links to the next one.
     struct Unit {
         Unit* next;
     };
 
-    // The blocks of one size. Each size has chunks of its own, so that the records of a document
-    // lie side by side and a walk reads memory in order.
+    // The blocks of one size. Each size has its own chunks, so that the records of a document lie
+    // side by side and a walk reads memory in order. With shared chunks, a large document takes a
+    // sixth longer and a huge one a third.
     struct SizeClass {
-        Unit* free;  // given back, the last one first
-        Unit* cut;   // what is left of the latest chunk: from `cut` to `end`
+        Unit* free;  // the freed blocks, the latest first
+        Unit* cut;   // the unused rest of the latest chunk is from `cut` to `end`
         Unit* end;
         std::size_t chunkLength;  // of the latest chunk, in units
     };
 
-    // A chunk is twice as long as the one before, within these limits, in units.
+    // A chunk is twice as long as the one before it, within these limits. In units.
     static constexpr std::size_t kShortestChunk = 128, kLongestChunk = 4000;
 
 #if defined(__SANITIZE_ADDRESS__)
