@@ -92,8 +92,7 @@ void printLine(const char* key, const CString& value) {
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
     const CString machineType = detection.ReadString(kSystemSection, kMachineTypeKey);
-    CString systemID = configuration.ReadString("SystemIDMap", machineType);
-    if (systemID.IsEmpty()) systemID = "UNKNOWN_SERVER";
+    const CString systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
 
     std::printf("[MACH]\n");
     printLine("SystemID", systemID);

@@ -19,6 +19,7 @@ constexpr const char* kEntrySection = "PCI";
 constexpr const char* kTotalKey = "Total_Number_Of_Devices";
 
 // The system configuration file.
+constexpr const char* kSystemMapSection = "SystemIDMap";
 constexpr const char* kMapSection = "PCIIDMap";
 constexpr const char* kTypeKey = "AdapterType";
 constexpr const char* kSystemsKey = "Systems";
@@ -107,6 +108,12 @@ CString CustomPCIDeviceList::getCDPathName(CString fileName) {
     return CString(std::getenv(kCDRootVariable)) + kCDDirectory + fileName;
 }
 
+CString CustomPCIDeviceList::getSystemID(CIniFile& configuration, const CString& machineType) {
+    CString systemID = configuration.ReadString(kSystemMapSection, machineType);
+    if (systemID.IsEmpty()) systemID = kUnknownSystem;
+    return systemID;
+}
+
 void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = std::move(path); }
 
 void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = std::move(keyword); }
@@ -141,7 +148,7 @@ CString CustomPCIDeviceList::readEntry(const char* key, const CString& suffix) {
 
 PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
-    if (!inputFile || nextDeviceIndex >= totalEntries()) return nullptr;
+    if (nextDeviceIndex >= getTotalNumEntries()) return nullptr;
 
     PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
     if (!item) CString::OutOfMemory();
@@ -154,23 +161,27 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     return item;
 }
 
-int CustomPCIDeviceList::totalEntries() const {
-    return inputFile->ReadInteger(kEntrySection, kTotalKey);
+int CustomPCIDeviceList::getTotalNumEntries() const {
+    return inputFile ? inputFile->ReadInteger(kEntrySection, kTotalKey) : 0;
+}
+
+int CustomPCIDeviceList::findEntry(int from) const {
+    return inputFile ? inputFile->FindNumber(kEntrySection, from) : -1;
 }
 
 // The file may give a total of thousands of millions and hold only a few entries. The next two
 // functions keep such a run short.
 
-// Skips the entries that the file does not have.
-void CustomPCIDeviceList::skipMissingEntries() {
-    const int total = totalEntries(), next = inputFile->FindNumber(kEntrySection, nextDeviceIndex);
-    nextDeviceIndex = next < 0 ? total : std::min(next, total);
+int CustomPCIDeviceList::skipMissingEntries() {
+    const int total = getTotalNumEntries(), next = findEntry(nextDeviceIndex);
+    if (nextDeviceIndex < total) nextDeviceIndex = next < 0 ? total : std::min(next, total);
+    return nextDeviceIndex;
 }
 
 // Ends the process at once if memory cannot hold an item, and as much again for its texts, for each
 // entry that is left.
 void CustomPCIDeviceList::requireMemoryForRest() const {
-    const int left = totalEntries() - nextDeviceIndex;
+    const int left = getTotalNumEntries() - nextDeviceIndex;
     if (left <= 0) return;
     // Volatile, since a compiler may remove an allocation that is not used.
     void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
@@ -207,15 +218,20 @@ bool CustomPCIDeviceList::getNamedAdapters() {
     return true;
 }
 
-CString CustomPCIDeviceList::getSysINIPathName() const {
+bool CustomPCIDeviceList::getSysINICandidates(CString& asWritten, CString& inLowerCase) const {
     const int underscore = systemKeyword.Find("_");
-    if (underscore < 0) return "";
+    if (underscore < 0) return false;
     const CString fileName = systemKeyword.Mid(underscore + 1, 0) + ".ini";
-    for (const CString& name : {fileName, fileName.Lower()}) {
-        const CString path = getCDPathName(name);
-        if (CMyFileIO::Exists(path)) return path;
-    }
-    return "";
+    asWritten = getCDPathName(fileName);
+    inLowerCase = getCDPathName(fileName.Lower());
+    return true;
+}
+
+CString CustomPCIDeviceList::getSysINIPathName() const {
+    CString asWritten, inLowerCase;
+    if (!getSysINICandidates(asWritten, inLowerCase)) return "";
+    if (CMyFileIO::Exists(asWritten)) return asWritten;
+    return CMyFileIO::Exists(inLowerCase) ? inLowerCase : "";
 }
 
 // ---------------------------------------------------------------- Labelling and counting

@@ -32,6 +32,10 @@ public:
     /// The path of a file on the product CD: the value of the environment variable RWCD, unchanged,
     /// then "/rwise/ini/" and the name. If RWCD is not set, its value counts as empty.
     static CString getCDPathName(CString fileName);
+    /// The system identifier of the machine type in the system configuration file. kUnknownSystem
+    /// if the file has none.
+    static CString getSystemID(CIniFile& configuration, const CString& machineType);
+    static constexpr const char* kUnknownSystem = "UNKNOWN_SERVER";
 
     // --- Set-up, in this order ---
 
@@ -62,6 +66,20 @@ public:
     /// system keyword, or that text in lower case if no such file can be read. "" if neither can be
     /// read, or the keyword has no "_".
     CString getSysINIPathName() const;
+    /// Gives the two paths that getSysINIPathName() tries, in that order. Returns false, and leaves
+    /// both unchanged, if the system keyword has no "_".
+    bool getSysINICandidates(CString& asWritten, CString& inLowerCase) const;
+
+    // --- The entries of the detection file. The file may have fewer than its total says. ---
+
+    /// The total in the file, which may be negative. 0 if there is no detection file.
+    int getTotalNumEntries() const;
+    /// The smallest number, from `from` on, of an entry that has a key in the file. -1 if there is
+    /// none. The number may be above the total.
+    int findEntry(int from) const;
+    /// Moves getNextPCIDevice() forward to the next entry that has a key in the file, but at most
+    /// to the total. Returns the number of the entry to read next.
+    int skipMissingEntries();
 
     // --- Grouping ---
 
@@ -81,8 +99,6 @@ public:
 
 private:
     CString readEntry(const char* key, const CString& suffix);
-    int totalEntries() const;
-    void skipMissingEntries();
     void requireMemoryForRest() const;
     CString* groupOf(const CString& adapterType);
 
