@@ -1,5 +1,5 @@
-// Lets the allocations of a program fail. It is preloaded into the program, and takes its orders
-// from the environment:
+// Lets the allocations of the program that it is linked into fail. The orders come from the
+// environment:
 //   SLOTRPT_FAIL=N    the N-th allocation fails, counted from 1
 //   SLOTRPT_FAIL=N+   and so do all that follow it
 //   SLOTRPT_FAIL=0    none fails, and their number is printed on standard error in the end
@@ -15,7 +15,7 @@ extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 extern "C" void* __libc_realloc(void* block, std::size_t size);
 
 namespace {
-const char* g_orders = nullptr;  // null while the dynamic linker is still at work
+const char* g_orders = nullptr;  // null until the program itself is about to start
 int g_failAt = 0, g_calls = 0;
 
 bool fails() {
