@@ -13,9 +13,25 @@ need debootstrap
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-# convert ROOT PROGRAM EXAMPLES: whether the program prints the example's report in that root.
+# isEmulated PACKAGE: whether its program needs an emulator, which is in its root as /emulator then.
+isEmulated() {
+    case $1 in
+        *_i386.deb) ! canRun32 ;;
+        *) false ;;
+    esac
+}
+
+addEmulator() { # ROOT
+    need qemu-user-static
+    cp "$(command -v qemu-i386-static)" "$1/emulator"
+}
+
+# convert ROOT EXAMPLES PROGRAM: whether the package's program prints the example's report there.
 convert() {
-    RWCD=$3/cd chroot "$1" "$2" "/rwpm:$3/alpha.ini" | cmp - examples/alpha.report
+    in=$1 examples=$2
+    shift 2
+    ! isEmulated "$package" || set -- /emulator "$@"
+    RWCD=$examples/cd chroot "$in" "$@" "/rwpm:$examples/alpha.ini" | cmp - examples/alpha.report
 }
 
 for package in build/package/*.deb; do
@@ -23,7 +39,8 @@ for package in build/package/*.deb; do
     mkdir -p "$empty/program"
     dpkg-deb --fsys-tarfile "$package" | tar -x -C "$empty/program" --strip-components=3 ./usr/bin
     cp -r examples "$empty"
-    convert "$empty" /program/slotrpt /examples
+    ! isEmulated "$package" || addEmulator "$empty"
+    convert "$empty" /examples /program/slotrpt
 done
 
 root=$work/debian
@@ -34,10 +51,11 @@ debootstrap --variant=minbase bookworm "$root" >"$work/log" || {
 names() { find "$root" -xdev | sort; }
 chroot "$root" dpkg --add-architecture i386
 cp build/package/*.deb "$root"
+canRun32 || addEmulator "$root"
 names >"$work/before"
 for package in build/package/*.deb; do
     chroot "$root" dpkg --install "/$(basename "$package")"
-    convert "$root" slotrpt /usr/share/doc/slotrpt/examples
+    convert "$root" /usr/share/doc/slotrpt/examples /usr/bin/slotrpt
     chroot "$root" dpkg --remove slotrpt
 done
 names | diff "$work/before" -

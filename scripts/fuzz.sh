@@ -23,7 +23,6 @@ run)
     set -- -dict=fuzz/ini.dict
     need g++-multilib
     build release-x86
-    export SLOTRPT_X86="build/release-x86/slotrpt"
     ;;
 esac
 
@@ -31,6 +30,15 @@ kept=$(mktemp -d)              # the corpus as it grows, the log, a finding
 files=$(mktemp -d -p /dev/shm) # what the inputs write, in memory
 trap 'rm -rf "$files"' EXIT
 cp -r "fuzz/corpus/$target" "$kept/corpus"
+if [ "$target" = run ]; then
+    export SLOTRPT_X86=build/release-x86/slotrpt
+    canRun32 || {
+        need qemu-user
+        printf '#!/bin/sh\nexec qemu-i386 %s "$@"\n' "$SLOTRPT_X86" >"$kept/slotrpt-x86"
+        chmod +x "$kept/slotrpt-x86"
+        SLOTRPT_X86=$kept/slotrpt-x86
+    }
+fi
 
 fuzz() { # how many inputs to one comparison, option...
     step=$1
