@@ -1,0 +1,74 @@
+#pragma once
+
+#include "pci/CustomPCIDeviceList.h"
+#include "util/CString.h"
+
+/// One entry of the detection file, or a gap: a run of entries of which the file holds nothing.
+struct Entry {
+    int first = 0;                    ///< The number of the entry, or of the first one in the gap.
+    int last = 0;                     ///< The same, or the number of the last one in the gap.
+    PCIDeviceItem* device = nullptr;  ///< What the file says; null in a gap. Owned.
+    const PCIDeviceItem* adapter = nullptr;  ///< The adapter in the report; null when left out.
+    const char* group = nullptr;             ///< The report's line for its type; null when none.
+    CString vendorName;      ///< From the list of PCI IDs; "" when it was not looked up.
+    CString deviceName;      ///< The same.
+    bool isPrinted = false;  ///< For the printer's use.
+    Entry* next = nullptr;
+
+    Entry() = default;
+    ~Entry() { delete device; }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+
+    /// Whether the file gives the entry an ID that the map could name.
+    bool hasIDs() const { return device && (device->vendorID != 0 || device->deviceID != 0); }
+    bool isUnnamed() const { return hasIDs() && !adapter; }
+    bool isSamePair(const Entry& other) const;
+};
+
+/// All entries of a detection file, in order, each with what the report makes of it. It owns them.
+///
+/// The inventory runs as it does in the converter, and the same file is read once more entry by
+/// entry. The adapters of the inventory are the named ones among the entries, in the same order,
+/// and a pair of IDs has one name or none: so an entry has a name exactly when it has the IDs of
+/// the adapter that is next.
+class Entries {
+public:
+    Entries(const CString& configurationPath, const CString& systemID, const CString& inputPath);
+    ~Entries();
+    Entries(const Entries&) = delete;
+    Entries& operator=(const Entries&) = delete;
+
+    Entry* getFirst() const { return head; }
+    const CustomPCIDeviceList& getInventory() const { return inventory; }
+    /// Whether there are entries, and the report has an adapter for every entry in the file.
+    bool areComplete() const { return total > 0 && named == total && firstBeyondTotal < 0; }
+
+    // How many entries there are. The total counts each as named, unnamed or missing.
+    int total = 0;
+    int named = 0;
+    int unnamed = 0;  ///< In the file, without a name.
+    int missing = 0;  ///< Not in the file, and without a name.
+    int onBoard = 0;
+    int firstBeyondTotal = -1;  ///< The number of the first one that is not below the total; or -1.
+
+private:
+    // A line of the report's last section, and what of it belongs to the adapters that follow.
+    struct Group {
+        const char* key;
+        CString names;
+        const char* rest;
+    };
+
+    void readAll(const CString& inputPath);
+    Entry* append(int number);
+    void label(Entry& entry);
+    void takeAdapter(Entry& entry);
+    static bool takeName(Group& group, const CString& name);
+
+    CustomPCIDeviceList inventory;
+    const PCIDeviceItem* nextAdapter = nullptr;
+    Group groups[4];
+    Entry* head = nullptr;
+    Entry** end = &head;
+};

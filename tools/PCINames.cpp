@@ -1,0 +1,98 @@
+#include "PCINames.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+
+#include "util/MyFileIO.h"
+
+namespace {
+constexpr struct {
+    unsigned baseClass;
+    const char* words;
+} kClasses[] = {
+    {0x00, "unclassified device"},
+    {0x01, "mass storage controller"},
+    {0x02, "network controller"},
+    {0x03, "display controller"},
+    {0x04, "multimedia controller"},
+    {0x05, "memory controller"},
+    {0x06, "bridge"},
+    {0x07, "communication controller"},
+    {0x08, "system peripheral"},
+    {0x09, "input device controller"},
+    {0x0A, "docking station"},
+    {0x0B, "processor"},
+    {0x0C, "serial bus controller"},
+    {0x0D, "wireless controller"},
+    {0x0E, "intelligent controller"},
+    {0x0F, "satellite communication controller"},
+    {0x10, "encryption controller"},
+    {0x11, "signal processing controller"},
+    {0x12, "processing accelerator"},
+    {0x13, "non-essential instrumentation"},
+    {0x40, "coprocessor"},
+};
+
+constexpr long kNoID = -1;
+
+// A line "1a2b  Name" of the list, from its ID on.
+struct NamedID {
+    long id = kNoID;  // stays so when it is no such line
+    CString name;
+
+    explicit NamedID(const char* line) {
+        for (int i = 0; i < 4; ++i)
+            if (!std::isxdigit(static_cast<unsigned char>(line[i]))) return;
+        if (line[4] != ' ') return;
+        id = std::strtol(line, nullptr, 16);
+        name = line + 5;
+        name.Trim();
+    }
+};
+
+// Whether an entry has a device of this vendor.
+bool nameVendor(Entry* first, const NamedID& vendor) {
+    bool isWanted = false;
+    for (Entry* entry = first; entry; entry = entry->next) {
+        if (!entry->isUnnamed() || entry->device->vendorID != vendor.id) continue;
+        entry->vendorName = vendor.name;
+        isWanted = true;
+    }
+    return isWanted;
+}
+
+void nameDevice(Entry* first, long vendorID, const NamedID& device) {
+    for (Entry* entry = first; entry; entry = entry->next)
+        if (entry->isUnnamed() && entry->device->vendorID == vendorID &&
+            entry->device->deviceID == device.id)
+            entry->deviceName = device.name;
+}
+}  // namespace
+
+CString classInWords(std::uint32_t classCode) {
+    for (const auto& known : kClasses)
+        if (known.baseClass == classCode >> 16) return known.words;
+    char text[] = "class 0x00000000";
+    std::snprintf(text, sizeof text, "class 0x%06X", static_cast<unsigned>(classCode));
+    return text;
+}
+
+// A vendor has a line of its own, and its devices stand below it, each after one tab. Lines after
+// two tabs are subsystems, and lines of another kind begin the list of classes.
+bool fillInNames(Entry* first, const CString& path) {
+    CMyFileIO file;
+    if (!file.OpenFile(path)) return false;
+    long vendorID = kNoID;
+    for (CString line; file.ReadString(line);) {
+        line.TrimRight(CString::kBlanks);
+        if (line.IsEmpty() || line[0] == '#') continue;
+        if (line[0] == '\t') {
+            if (vendorID != kNoID) nameDevice(first, vendorID, NamedID(line.c_str() + 1));
+        } else {
+            const NamedID vendor(line.c_str());
+            vendorID = nameVendor(first, vendor) ? vendor.id : kNoID;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,344 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "Entries.h"
+#include "PCINames.h"
+#include "pci/CustomPCIDeviceList.h"
+#include "printable.h"
+#include "util/CLParams.h"
+#include "util/CString.h"
+#include "util/IniFile.h"
+
+namespace {
+constexpr int kAllNamed = 0;  // the exit statuses
+constexpr int kSomeLeftOut = 1;
+constexpr int kCouldNotRun = 2;
+
+constexpr const char* kUsage =
+    "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE\n"
+    "Shows what slotrpt makes of each entry of the detection file FILE, and why.\n"
+    "\n"
+    "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
+    "                  each pair of vendor and device ID that has no name there\n"
+    "  --pci-ids=LIST  take the names of vendors and devices for that from LIST, not from\n"
+    "                  the pci.ids of this system\n"
+    "  --help          print this text\n"
+    "  --version       print the version\n"
+    "\n"
+    "The environment variable RWCD names the root directory of the product CD.\n"
+    "Exit status: 0 all entries have a name, 1 some do not, 2 a file cannot be read.\n";
+
+// Where systems have their list of PCI IDs.
+constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
+
+constexpr const char* kNone = "-";
+
+int complain(const CString& text) {
+    std::fprintf(stderr, "slotrpt-explain: %s\n", printable(text).c_str());
+    return kCouldNotRun;
+}
+
+// Why the file cannot be read to an end; "" when it can.
+CString whyUnreadable(const CString& path) {
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
+    if (!S_ISREG(status.st_mode)) return "Not a regular file";
+    return access(path.c_str(), R_OK) == 0 ? "" : std::strerror(errno);
+}
+
+// Whether the file can be read. If not, says so, with a hint where to look.
+bool canRead(const CString& path, const CString& hint) {
+    const CString reason = whyUnreadable(path);
+    if (!reason.IsEmpty()) complain("cannot read " + path + ": " + reason + hint);
+    return reason.IsEmpty();
+}
+
+// ---------------------------------------------------------------- The system
+
+CString describeRoot() {
+    const char* root = std::getenv("RWCD");
+    return root ? CString("RWCD is ") + root : "RWCD is not set";
+}
+
+CString describeSystemID(const CString& systemID, const CString& machineType) {
+    if (systemID != CustomPCIDeviceList::kUnknownSystem) return systemID;
+    if (machineType.IsEmpty()) return systemID + ", for the detection file gives no machine type";
+    return systemID + ", for [SystemIDMap] has no identifier for " + machineType;
+}
+
+CString describeSystemFile(const CustomPCIDeviceList& inventory) {
+    const CString path = inventory.getSysINIPathName();
+    if (!path.IsEmpty()) {
+        const CString reason = whyUnreadable(path);
+        return reason.IsEmpty() ? path : path + ", which cannot be read: " + reason;
+    }
+    CString asWritten, inLowerCase;
+    if (!inventory.getSysINICandidates(asWritten, inLowerCase))
+        return "none, for the system identifier has no \"_\"";
+    if (asWritten == inLowerCase) return "none, for there is no " + asWritten;
+    return "none, for there is neither " + asWritten + " nor " + inLowerCase;
+}
+
+void printFact(const char* name, const CString& value) {
+    std::printf("%-20s%s\n", name, printable(value).c_str());
+}
+
+void printSystem(const CString& inputPath, const CString& configurationPath,
+                 const CString& machineType, const CString& systemID,
+                 const CustomPCIDeviceList& inventory) {
+    printFact("Detection file", inputPath);
+    const bool isRootSet = std::getenv("RWCD") != nullptr;
+    printFact("Configuration file",
+              isRootSet ? configurationPath : configurationPath + ", for " + describeRoot());
+    printFact("Machine type", machineType.IsEmpty() ? kNone : machineType);
+    printFact("System identifier", describeSystemID(systemID, machineType));
+    printFact("Per-system file", describeSystemFile(inventory));
+}
+
+// ---------------------------------------------------------------- The table
+
+// Of the columns whose texts have any length.
+struct Widths {
+    int number = 5, name = 7, type = 4, group = 5;
+};
+
+// A longer text sticks out of its column, so that it does not push the columns of all rows aside.
+constexpr int kMaxWidth = 32;
+
+void widen(int& width, const CString& text) {
+    const int columns = countColumns(text);
+    if (columns <= kMaxWidth) width = std::max(width, columns);
+}
+
+CString orNone(const CString& text) { return text.IsEmpty() ? kNone : printable(text); }
+
+CString numberOf(const Entry& entry) {
+    const CString first = entry.first;
+    return entry.first == entry.last ? first : first + "-" + CString(entry.last);
+}
+
+Widths measure(const Entries& entries) {
+    Widths widths;
+    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next) {
+        widen(widths.number, numberOf(*entry));
+        if (!entry->adapter) continue;
+        widen(widths.name, orNone(entry->adapter->adapterName));
+        widen(widths.type, orNone(entry->adapter->adapterType));
+        widen(widths.group, orNone(entry->group));
+    }
+    return widths;
+}
+
+void printColumn(const CString& text, int width) {
+    std::printf("%s%*s", text.c_str(), std::max(0, width - countColumns(text)) + 2, "");
+}
+
+void printHead(const Widths& widths) {
+    std::printf("%*s  BusN  DevN  PCIID     SubSysID  ", widths.number, "Entry");
+    printColumn("Adapter", widths.name);
+    printColumn("Type", widths.type);
+    printColumn("Group", widths.group);
+    std::printf("On-Board\n");
+}
+
+void printNumbers(const Entry& entry, const Widths& widths) {
+    std::printf("%*s  ", widths.number, numberOf(entry).c_str());
+    if (const PCIDevice* device = entry.device)
+        std::printf("%4d  %4d  %.4hX%.4hX  %.4hX%.4hX  ", device->busNumber, device->deviceNumber,
+                    device->vendorID, device->deviceID, device->subVendorID, device->subDeviceID);
+    else
+        std::printf("%4s  %4s  %-8s  %-8s  ", kNone, kNone, kNone, kNone);
+}
+
+// Why the report has no adapter for the entry.
+CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory) {
+    if (!entry.device) return "not in the file";
+    if (!entry.hasIDs()) return "no vendor ID and no device ID";
+    return "no name for " + inventory.getDeviceINIFileEntry(entry.device) +
+           " in [PCIIDMap]: " + classInWords(entry.device->classCode);
+}
+
+// Whether the adapter is on-board; if not, at which positions it would be.
+CString describeOnBoard(const PCIDevice& adapter, CIniFile& positions) {
+    if (adapter.onBoard == "TRUE") return "yes";
+    const CString listed = positions.ReadString(adapter.adapterName, "OnBoard");
+    return listed.IsEmpty() ? "no" : "no, only at " + listed;
+}
+
+void printEntry(const Entry& entry, const CustomPCIDeviceList& inventory, CIniFile& positions,
+                const Widths& widths) {
+    printNumbers(entry, widths);
+    if (const PCIDevice* adapter = entry.adapter) {
+        printColumn(orNone(adapter->adapterName), widths.name);
+        printColumn(orNone(adapter->adapterType), widths.type);
+        printColumn(orNone(entry.group), widths.group);
+        std::printf("%s%s\n", printable(describeOnBoard(*adapter, positions)).c_str(),
+                    entry.device ? "" : ", and not in the file");
+    } else {
+        printColumn(kNone, widths.name);
+        std::printf("%s\n", describeAbsence(entry, inventory).c_str());
+    }
+}
+
+void printTable(const Entries& entries) {
+    const Widths widths = measure(entries);
+    const CustomPCIDeviceList& inventory = entries.getInventory();
+    CIniFile positions(inventory.getSysINIPathName());
+    printHead(widths);
+    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next)
+        printEntry(*entry, inventory, positions, widths);
+}
+
+void printCounts(const Entries& entries) {
+    std::printf("%d entries: %d named, %d unnamed, %d on-board", entries.total, entries.named,
+                entries.unnamed, entries.onBoard);
+    if (entries.missing != 0) std::printf(", %d not in the file", entries.missing);
+    std::printf("\n");
+}
+
+// Everything below the facts about the system, each part after an empty line.
+void printEntries(const Entries& entries) {
+    std::printf("\n");
+    if (entries.getFirst())
+        printTable(entries);
+    else
+        std::printf("No entries: Total_Number_Of_Devices in [PCI] is no number above 0.\n");
+    if (entries.firstBeyondTotal >= 0)
+        std::printf(
+            "\nEntry %d is in the file, but not below Total_Number_Of_Devices.\n"
+            "Neither it nor any entry after it is read.\n",
+            entries.firstBeyondTotal);
+    std::printf("\n");
+    printCounts(entries);
+}
+
+// ---------------------------------------------------------------- Lines for the map
+
+// The class of this pair of IDs, and where its functions are, as a per-system file writes it.
+// Functions that follow each other at one position are one device.
+void printPositions(Entry& first) {
+    constexpr int kMargin = 72;
+    int column = std::printf("; %s at", classInWords(first.device->classCode).c_str());
+    CString previous;
+    for (Entry* entry = &first; entry; entry = entry->next) {
+        if (!entry->isSamePair(first)) continue;
+        entry->isPrinted = true;
+        const CString position =
+            " " + CString(entry->device->busNumber) + "," + CString(entry->device->deviceNumber);
+        if (position == previous) continue;
+        if (!previous.IsEmpty()) column += std::printf(";");
+        if (column > kMargin) column = std::printf("\n;  ") - 1;
+        column += std::printf("%s", position.c_str());
+        previous = position;
+    }
+    std::printf("\n");
+}
+
+void printNames(const Entry& entry) {
+    if (entry.vendorName.IsEmpty()) return;
+    std::printf("; %s", printable(entry.vendorName).c_str());
+    if (!entry.deviceName.IsEmpty()) std::printf(": %s", printable(entry.deviceName).c_str());
+    std::printf("\n");
+}
+
+void printLinesForMap(Entries& entries) {
+    const char* separator = "";
+    for (Entry* entry = entries.getFirst(); entry; entry = entry->next) {
+        if (!entry->isUnnamed() || entry->isPrinted) continue;
+        std::printf("%s", separator);
+        printPositions(*entry);
+        printNames(*entry);
+        std::printf("%s = \n", entries.getInventory().getDeviceINIFileEntry(entry->device).c_str());
+        separator = "\n";
+    }
+}
+
+// Fills in the names from the list that was asked for, or from the system's own, which need not be
+// there.
+void nameUnnamed(Entries& entries, const CString& listPath) {
+    if (!listPath.IsEmpty()) {
+        fillInNames(entries.getFirst(), listPath);
+        return;
+    }
+    for (const char* path : kPCILists)
+        if (fillInNames(entries.getFirst(), path)) return;
+}
+
+// ---------------------------------------------------------------- The command
+
+constexpr const char* kMissing = "--missing";
+constexpr const char* kPCIList = "--pci-ids=";
+constexpr const char* kHelp = "--help";
+constexpr const char* kVersion = "--version";
+constexpr const char* kFile = "";
+
+int explain(const CCLParams& params) {
+    CString inputPath, listPath;
+    params.GetValue(kFile, inputPath);
+    params.GetValue(kPCIList, listPath);
+    const CString configurationPath = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    if (!canRead(inputPath, "") || (!listPath.IsEmpty() && !canRead(listPath, "")) ||
+        !canRead(configurationPath, "; " + describeRoot()))
+        return kCouldNotRun;
+
+    CString machineType, systemID;
+    {
+        CIniFile configuration(configurationPath), detection(inputPath);
+        machineType = detection.ReadString("System", "Machine_Type");
+        systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
+    }
+    Entries entries(configurationPath, systemID, inputPath);
+    if (params.GetValue(kMissing)) {
+        nameUnnamed(entries, listPath);
+        printLinesForMap(entries);
+    } else {
+        printSystem(inputPath, configurationPath, machineType, systemID, entries.getInventory());
+        printEntries(entries);
+    }
+    return entries.areComplete() ? kAllNamed : kSomeLeftOut;
+}
+
+int run(int argc, char* argv[]) {
+    CCLParams params;
+    if (!params.Add(kMissing, CCLParams::CLSwitch, false) ||
+        !params.Add(kPCIList, CCLParams::CLPathParam, false) ||
+        !params.Add(kHelp, CCLParams::CLSwitch, false) ||
+        !params.Add(kVersion, CCLParams::CLSwitch, false) ||
+        !params.Add(kFile, CCLParams::CLPathParam, false))
+        CString::OutOfMemory();
+    const bool isParsed = params.Parse(argc, argv, true) == CCLParams::kParsed;
+    CString file;
+    if (params.GetValue(kHelp)) {
+        std::fputs(kUsage, stdout);
+    } else if (params.GetValue(kVersion)) {
+        std::puts("slotrpt-explain " SLOTRPT_VERSION);
+    } else if (isParsed && params.GetValue(kFile, file) && !file.IsEmpty()) {
+        return explain(params);
+    } else {
+        std::fputs(kUsage, stderr);
+        return kCouldNotRun;
+    }
+    return 0;
+}
+
+// The fatal memory report ends the process with status 1, which has another meaning here.
+bool isFinished = false;
+void endUnfinished() {
+    if (!isFinished) std::_Exit(kCouldNotRun);
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    std::atexit(endUnfinished);
+    int status = run(argc, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        status = complain(CString("cannot write: ") + std::strerror(errno));
+    isFinished = true;
+    return status;
+}
