@@ -9,6 +9,7 @@
 
 #include "Entries.h"
 #include "PCINames.h"
+#include "command.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "printable.h"
 #include "util/CLParams.h"
@@ -16,10 +17,6 @@
 #include "util/IniFile.h"
 
 namespace {
-constexpr int kAllNamed = 0;  // the exit statuses
-constexpr int kSomeLeftOut = 1;
-constexpr int kCouldNotRun = 2;
-
 constexpr const char* kUsage =
     "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE\n"
     "Shows what slotrpt makes of each entry of the detection file FILE, and why.\n"
@@ -38,11 +35,6 @@ constexpr const char* kUsage =
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
 
 constexpr const char* kNone = "-";
-
-int complain(const CString& text) {
-    std::fprintf(stderr, "slotrpt-explain: %s\n", printable(text).c_str());
-    return kCouldNotRun;
-}
 
 // Why the file cannot be read to an end; "" when it can.
 CString whyUnreadable(const CString& path) {
@@ -301,7 +293,7 @@ int explain(const CCLParams& params) {
         printSystem(inputPath, configurationPath, machineType, systemID, entries.getInventory());
         printEntries(entries);
     }
-    return entries.areComplete() ? kAllNamed : kSomeLeftOut;
+    return entries.areComplete() ? kFine : kFindings;
 }
 
 int run(int argc, char* argv[]) {
@@ -317,28 +309,15 @@ int run(int argc, char* argv[]) {
     if (params.GetValue(kHelp)) {
         std::fputs(kUsage, stdout);
     } else if (params.GetValue(kVersion)) {
-        std::puts("slotrpt-explain " SLOTRPT_VERSION);
+        printVersion();
     } else if (isParsed && params.GetValue(kFile, file) && !file.IsEmpty()) {
         return explain(params);
     } else {
         std::fputs(kUsage, stderr);
         return kCouldNotRun;
     }
-    return 0;
-}
-
-// The fatal memory report ends the process with status 1, which has another meaning here.
-bool isFinished = false;
-void endUnfinished() {
-    if (!isFinished) std::_Exit(kCouldNotRun);
+    return kFine;
 }
 }  // namespace
 
-int main(int argc, char* argv[]) {
-    std::atexit(endUnfinished);
-    int status = run(argc, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        status = complain(CString("cannot write: ") + std::strerror(errno));
-    isFinished = true;
-    return status;
-}
+int main(int argc, char* argv[]) { return runCommand(run, argc, argv); }

@@ -3,6 +3,6 @@
 set -eu
 
 "$1" /run:printf '%s,%s\n' one two
-"$1" /IN:.. /run:ls check-cd.sh '&&' exit 9 /Shell
+"$1" /IN:.. /run:ls alpha.ini '&&' exit 9 /Shell
 "$1" /run:no-such-program || echo "exit status $?"
 "$1" /shell

@@ -1,0 +1,33 @@
+#include "command.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "printable.h"
+
+namespace {
+bool isFinished = false;
+
+// The fatal memory report ends a process with status 1, which means something else here.
+void endUnfinished() {
+    if (!isFinished) std::_Exit(kCouldNotRun);
+}
+}  // namespace
+
+int complain(const CString& message) {
+    std::fprintf(stderr, SLOTRPT_COMMAND ": %s\n", printable(message).c_str());
+    return kCouldNotRun;
+}
+
+void printVersion() { std::puts(SLOTRPT_COMMAND " " SLOTRPT_VERSION); }
+
+int runCommand(int (*command)(int argc, char* argv[]), int argc, char* argv[]) {
+    std::atexit(endUnfinished);
+    int status = command(argc, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        status = complain(CString("cannot write: ") + std::strerror(errno));
+    isFinished = true;
+    return status;
+}

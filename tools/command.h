@@ -1,0 +1,20 @@
+#pragma once
+
+#include "util/CString.h"
+
+// What the commands beside the converter have in common.
+
+// Their exit statuses.
+constexpr int kFine = 0;
+constexpr int kFindings = 1;  ///< Or failures.
+constexpr int kCouldNotRun = 2;
+
+/// Prints the message after the name of the command, on standard error. Returns kCouldNotRun.
+int complain(const CString& message);
+
+/// Prints the name of the command and the version.
+void printVersion();
+
+/// Runs the command, and returns its exit status: kCouldNotRun also when the output could not be
+/// written. When memory runs out, the process ends with that status too.
+int runCommand(int (*command)(int argc, char* argv[]), int argc, char* argv[]);
