@@ -1,23 +1,44 @@
 #!/bin/sh
 # usage: scripts/check-readme.sh
 # Runs every command of the README as it stands there, in order and in one shell, from the top of
-# the checkout; as root, for some install. Before that: the report shown is that of the example, and
-# each line of the input shown is one of the example's.
+# the checkout; as root, for some install. What the README shows below a command must be what the
+# command prints, and the input and the report that it shows first must be those of the example.
+# Where "..." shortens a text, each line of it must be there. The commands for several hosts are
+# tried by check-hosts.sh.
 set -eu
 cd "$(dirname "$0")/.."
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-# The blocks, as files: all commands in "sh", the others in "ini1", "text1", "text2" and so on.
+# All commands as the file "sh", and each text as a file: "ini1", "text1", "text2" and so on. What
+# the commands above "text2" print goes to "got2".
 awk -v folder="$work/" '
-    /^```/ && file { file = ""; next }
-    /^```/ { file = folder substr($0, 4) ($0 == "```sh" ? "" : ++count[$0]); next }
-    file { print > file }' README.md
+    function run(output) {
+        if (commands != "") print "{\n" commands "}" output > (folder "sh")
+        commands = ""
+    }
+    /^```/ && kind { kind = ""; next }
+    /^```/ {
+        kind = substr($0, 4)
+        file = folder kind (++count[kind])
+        run(kind == "text" ? " >" folder "got" count[kind] : "")
+        next
+    }
+    kind == "sh" { commands = commands $0 "\n" }
+    kind && kind != "sh" { print > file }
+    END { run("") }' README.md
+
+mustHold() { # a text, what the README shows of it
+    if grep -vxF -e ... -f "$1" "$2"; then
+        echo "README.md shows these lines, which are not in $1" >&2
+        exit 1
+    fi
+}
 
 cmp "$work/text1" examples/alpha.report
-if grep -vxF -e ... -f examples/alpha.ini "$work/ini1"; then
-    echo "README.md shows these lines of examples/alpha.ini, which does not hold them" >&2
-    exit 1
-fi
+mustHold examples/alpha.ini "$work/ini1"
 sh -eux "$work/sh" </dev/null
+for got in "$work"/got*; do
+    mustHold "$got" "$work/text${got#"$work"/got}"
+done
 echo "README.md: all commands run" >&2
