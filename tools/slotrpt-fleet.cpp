@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -19,8 +20,6 @@
 #include "printable.h"
 #include "util/CString.h"
 #include "util/MyFileIO.h"
-
-extern char** environ;
 
 namespace {
 constexpr const char* kUsage =
@@ -90,18 +89,29 @@ void FileList::add(const char* name) {
     m_names[m_size++] = name;
 }
 
+bool canRun(const CString& program) { return access(program.c_str(), X_OK) == 0; }
+
+// The path of the program in the first folder of PATH that has it; else the name itself.
+CString findOnPath(const CString& name) {
+    CString folders = std::getenv("PATH");
+    const unsigned total = folders.GetNumberTokens(":");
+    for (unsigned i = 0; i < total; ++i) {
+        const CString program = folders.GetToken(i, ":") + "/" + name;
+        if (canRun(program)) return program;
+    }
+    return name;
+}
+
 // The program to run: what SLOTRPT names, or the converter beside this program, or on PATH.
 CString findConverter() {
-    const char* chosen = std::getenv("SLOTRPT");
-    if (chosen && *chosen) return chosen;
-    char self[4096];
+    const CString chosen = std::getenv("SLOTRPT");
+    if (chosen.Find("/") >= 0) return chosen;
+    if (!chosen.IsEmpty()) return findOnPath(chosen);
+    char self[PATH_MAX];
     const ssize_t length = readlink("/proc/self/exe", self, sizeof self - 1);
-    if (length > 0) {
-        self[length] = '\0';
-        const CString beside = CString(self).GetPath() + "/slotrpt";
-        if (access(beside.c_str(), X_OK) == 0) return beside;
-    }
-    return "slotrpt";
+    self[std::max<ssize_t>(0, length)] = '\0';
+    const CString beside = CString(self).GetPath() + "/slotrpt";
+    return canRun(beside) ? beside : findOnPath("slotrpt");
 }
 
 // x.ini becomes x.report.
@@ -165,7 +175,7 @@ CString failureOf(const Job& job, int status) {
 // goes is killed, and its partial report removed.
 class Fleet {
 public:
-    Fleet(const CString& path, const FileList& fileList, int count);
+    Fleet(const CString& path, const FileList& fileList, const CString& program, int count);
     ~Fleet();
     Fleet(const Fleet&) = delete;
     Fleet& operator=(const Fleet&) = delete;
@@ -180,11 +190,12 @@ private:
     int launch(Job& job, int output) const;
     void finishEnded();
     void finish(Job& job, int status);
+    void endProgress() const;
 
     const CString folder;
     const FileList& files;
+    const CString converter;
     const int jobCount;
-    const CString converter = findConverter();
     const bool isWatched = isatty(STDERR_FILENO) != 0;
     Job jobs[kMaxJobs];
     int running = 0;
@@ -195,8 +206,8 @@ private:
     sigset_t restored;  // what is ignored here, and not by a converter
 };
 
-Fleet::Fleet(const CString& path, const FileList& fileList, int count)
-    : folder(path), files(fileList), jobCount(count) {
+Fleet::Fleet(const CString& path, const FileList& fileList, const CString& program, int count)
+    : folder(path), files(fileList), converter(program), jobCount(count) {
     for (int i = 0; i < jobCount; ++i)
         jobs[i].partial =
             folder + "/.slotrpt-fleet." + CString(static_cast<long>(getpid())) + "." + CString(i);
@@ -232,11 +243,14 @@ int Fleet::convertAll() {
     while (startIdle() && running != 0) {
         int signal = 0;
         sigwait(&awaited, &signal);
-        if (signal != SIGCHLD) return -signal;
+        if (signal != SIGCHLD) {
+            endProgress();
+            return -signal;
+        }
         finishEnded();
     }
     if (isBroken) return kCouldNotRun;
-    if (isWatched) std::fputc('\n', stderr);
+    endProgress();
     std::printf("%zu of %zu converted, %zu failed\n", converted, files.size(), failed);
     return failed == 0 ? kFine : kFindings;
 }
@@ -302,7 +316,7 @@ int Fleet::launch(Job& job, int output) const {
     CString program = converter, argument = CString("/rwpm:") + job.input;
     char* const argv[] = {program.c_str(), argument.c_str(), nullptr};
     const int error =
-        posix_spawnp(&job.process, program.c_str(), &redirections, &attributes, argv, environ);
+        posix_spawn(&job.process, program.c_str(), &redirections, &attributes, argv, environ);
     if (error != 0) job.process = 0;
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&redirections);
@@ -335,6 +349,10 @@ void Fleet::finish(Job& job, int status) {
     if (isWatched) std::fprintf(stderr, "\r%zu of %zu", converted + failed, files.size());
 }
 
+void Fleet::endProgress() const {
+    if (isWatched) std::fputc('\n', stderr);
+}
+
 // ---------------------------------------------------------------- The command
 
 // The number of jobs that a text asks for; 0 when it is none.
@@ -353,9 +371,12 @@ int convertFolder(const CString& folder, int jobCount) {
     FileList files;
     if (!files.read(folder)) return complain("cannot read " + folder + ": " + std::strerror(errno));
     if (files.size() == 0) return complain("there is no " + folder + "/*.ini");
+    const CString converter = findConverter();
+    if (!canRun(converter))
+        return complain("cannot run " + converter + ": " + std::strerror(errno));
     int result = 0;
     {
-        Fleet fleet(folder, files, jobCount);
+        Fleet fleet(folder, files, converter, jobCount);
         result = fleet.convertAll();
     }
     if (result < 0) {
