@@ -83,8 +83,11 @@ void Entries::label(Entry& entry) {
 void Entries::takeAdapter(Entry& entry) {
     entry.adapter = nextAdapter;
     entry.group = nullptr;
-    for (Group& group : groups)
-        if (takeName(group, nextAdapter->adapterName)) entry.group = group.key;
+    for (Group& group : groups) {
+        if (!takeName(group, nextAdapter->adapterName)) continue;
+        entry.group = group.key;
+        break;  // the name may stand in a later group, but an adapter is in one only
+    }
     if (nextAdapter->onBoard == "TRUE") ++onBoard;
     nextAdapter = inventory.getNextDeviceFromList();
 }
