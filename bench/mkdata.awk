@@ -3,8 +3,10 @@
 #
 #     awk -v out=FOLDER -f mkdata.awk
 #
-# FOLDER/typical, FOLDER/large and FOLDER/huge each hold cd, what RWCD names, and scan.ini, a
-# detection file; FOLDER/fleet holds 2,000 detection files of machines for the CD of typical.
+# FOLDER/typical, FOLDER/large and FOLDER/huge each hold cd, the root of a CD, and scan.ini, a
+# detection file. FOLDER/typical/functions and FOLDER/large/functions hold a series of detection
+# files, named after their number of functions. FOLDER/fleet holds 2,000 detection files of machines
+# for the CD of typical.
 
 # A number from 0 to n - 1. Every product is exact in floating point.
 function below(n) {
@@ -163,6 +165,17 @@ function makeSet(set, seed, mapped, total, sections,    ini) {
     writePositions(ini "/" model[37] ".ini", sections)
 }
 
+# Machines of 1 to 4,096 functions for the CD of a set. Each one holds all functions of the smaller
+# ones.
+function makeSeries(set, seed, mapped,    total) {
+    system("mkdir -p '" out "/" set "/functions'")
+    for (total = 1; total <= 4096; total *= 4) {
+        state = seed
+        makeMachine(mapped, total)
+        writeScan(out "/" set "/functions/" total ".ini", machineType[37])
+    }
+}
+
 # Every system of typical gets its own file, some named in lower case. One machine in fifty is of a
 # type that the CD does not know.
 function makeFleet(seed, mapped, machines,    ini, i, type) {
@@ -189,5 +202,7 @@ BEGIN {
     makeSet("typical", 11, 400, 24, 8)
     makeSet("large", 12, 17600, 256, 40)
     makeSet("huge", 13, 17600, 4096, 200)
+    makeSeries("typical", 21000, 400)
+    makeSeries("large", 22000, 17600)
     makeFleet(14, 400, 2000)
 }

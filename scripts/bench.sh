@@ -1,19 +1,23 @@
 #!/bin/sh
-# usage: scripts/bench.sh
-# Measures whole runs of the release program beside the same conversion in awk and the start of a
-# process (/bin/true), then the operations underneath with Google Benchmark. Takes under three
-# minutes and judges nothing but that the program and the awk version print the same bytes.
+# Measures the release program and prints the figures of doc/performance.md in the form in which
+# they stand there. Also draws the chart of that document, doc/performance.svg:
 #
-# The commands of a table run in turn, round after round, so that whatever else the machine does
-# falls on all of them. CPU is user and system time together: the figure to compare.
+#   scripts/bench.sh >build/figures.md
+#
+# Each table compares three commands: the start of a process (/bin/true), the same conversion in awk
+# (bench/convert.awk) and slotrpt. They take turns, so that other work on the machine slows all of
+# them alike. CPU time is user and system time together, which other work disturbs least. The figures are
+# not judged. The script fails only if slotrpt and the awk version print different bytes.
 set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C
 
 . scripts/lib.sh
 
-need cmake g++ hyperfine libbenchmark-dev make mawk valgrind
-echo "== Building"
+say() { echo "bench.sh: $*" >&2; }
+
+need cmake g++ gnuplot-nox hyperfine libbenchmark-dev make mawk time valgrind
+say "building"
 build release
 build bench
 slotrpt=build/release/slotrpt
@@ -28,72 +32,95 @@ useCD() { export RWCD="$data/$1/cd"; }
 mustAgree() { # detection file
     "$slotrpt" "/rwpm:$1" >"$work/got"
     mawk -f bench/convert.awk "$1" | cmp -s - "$work/got" || {
-        echo "bench.sh: slotrpt and bench/convert.awk differ on $1" >&2
+        say "slotrpt and bench/convert.awk differ on $1"
         exit 1
     }
 }
 
-# Times /bin/true, the awk version and slotrpt, whose command lines are given, and prints a table.
-compare() { # name, rounds, runs of a round, three command lines
-    name=$1 rounds=$2 runs=$3
+# Prints the CPU time in ms of three command lines, which take turns in each round.
+measure() { # rounds, runs in a round, three command lines
+    rounds=$1
     : >"$work/times"
     while [ "$rounds" -gt 0 ]; do
-        hyperfine -N --style none -r "$runs" --export-csv "$work/round" -n /bin/true "$4" \
-            -n "awk version" "$5" -n slotrpt "$6" >/dev/null 2>"$work/errors" || {
+        hyperfine -N --style none -r "$2" --export-csv "$work/round" "$3" "$4" "$5" \
+            >/dev/null 2>"$work/errors" || {
             cat "$work/errors" >&2
             exit 1
         }
         sed 1d "$work/round" >>"$work/times"
         rounds=$((rounds - 1))
     done
-    # Columns: command, mean, stddev, median, user, system, min, max.
-    awk -F, -v name="$name" '
-        { wall[$1] += $4; cpu[$1] += $5 + $6; rounds[$1]++ }
-        END {
-            split("/bin/true,awk version,slotrpt", order, ",")
-            for (i = 1; i <= 3; ++i) {
-                c = order[i]
-                printf "%-9s %-12s %10.2f %10.2f %10.2f x\n", name, c, 1000 * wall[c] / rounds[c],
-                       1000 * cpu[c] / rounds[c], cpu["slotrpt"] / cpu[c]
-            }
-        }' "$work/times"
+    # Columns of hyperfine: command, mean, stddev, median, user, system, min, max.
+    awk -F, '{ cpu[NR % 3] += 1000 * ($5 + $6) }
+        END { rounds = NR / 3; print cpu[1] / rounds, cpu[2] / rounds, cpu[0] / rounds }' \
+        "$work/times"
 }
 
-echo
-echo "== Whole runs"
-printf "%-9s %-12s %10s %10s %12s\n" data command "wall ms" "CPU ms" "slotrpt is"
+measureScan() { # rounds, runs in a round, detection file
+    mustAgree "$3"
+    measure "$1" "$2" /bin/true "mawk -f bench/convert.awk $3" "$slotrpt /rwpm:$3"
+}
+
+peakMemory() { # detection file
+    env time -f %M -o "$work/memory" "$slotrpt" "/rwpm:$1" >"$work/got"
+    cat "$work/memory"
+}
+
+instructions() { # command line
+    valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
+        awk '/Collected/ { print $NF / 1e6 }'
+}
+
+# ---------------------------------------------------------------- The chart and its table
+
+# The runs in a round: more for short ones.
+for row in "1 4 25 8" "4 4 25 8" "16 4 25 8" "64 4 20 6" "256 4 8 4" "1024 3 2 2" "4096 2 1 1"; do
+    # shellcheck disable=SC2086 # four words
+    set -- $row
+    say "$1 functions"
+    useCD typical
+    onTypical=$(measureScan "$2" "$3" "$data/typical/functions/$1.ini")
+    useCD large
+    onLarge=$(measureScan "$2" "$4" "$data/large/functions/$1.ini")
+    echo "$1 $onTypical $onLarge"
+done >"$work/series"
+gnuplot -e "series = '$work/series'; set output 'doc/performance.svg'" bench/chart.gnuplot
+awk -f bench/tables.awk -v table=series "$work/series"
+
+# ---------------------------------------------------------------- Whole runs
+
 for row in "typical 10 60" "large 6 8" "huge 3 2"; do
     # shellcheck disable=SC2086 # three words
     set -- $row
+    say "$1"
     useCD "$1"
     scan=$data/$1/scan.ini
-    mustAgree "$scan"
-    compare "$@" /bin/true "mawk -f bench/convert.awk $scan" "$slotrpt /rwpm:$scan"
-done
-
+    echo "$1 $(measureScan "$2" "$3" "$scan") $(peakMemory "$scan")"
+done >"$work/runs"
+say "fleet"
 useCD typical
 ls "$data"/fleet/*.ini >"$work/fleet"
 for scan in "$data"/fleet/scan*00.ini; do mustAgree "$scan"; done
 each="xargs -a $work/fleet -P2 -I{}"
-compare fleet 2 1 "$each /bin/true {}" "$each mawk -f bench/convert.awk {}" \
-    "$each $slotrpt /rwpm:{}"
-echo "(fleet: 2,000 files, a process each, two at a time)"
+echo "fleet $(measure 2 1 "$each /bin/true {}" "$each mawk -f bench/convert.awk {}" \
+    "$each $slotrpt /rwpm:{}")" >>"$work/runs"
+awk -f bench/tables.awk -v table=runs "$work/runs"
 
-echo
-echo "== Instructions (callgrind, the same on every run), millions"
-instructions() { # data, name, command line
-    printf "%-9s %-12s " "$1" "$2"
-    shift 2
-    valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
-        awk '/Collected/ { printf "%10.2f\n", $NF / 1e6 }'
-}
+say "instructions"
 for set in typical large; do
     useCD "$set"
     scan=$data/$set/scan.ini
-    instructions "$set" "awk version" mawk -f bench/convert.awk "$scan"
-    instructions "$set" slotrpt "$slotrpt" "/rwpm:$scan"
-done
+    echo "$set $(instructions mawk -f bench/convert.awk "$scan")" \
+        "$(instructions "$slotrpt" "/rwpm:$scan")"
+done >"$work/instructions"
+awk -f bench/tables.awk -v table=instructions "$work/instructions"
 
-echo
-echo "== Operations"
-build/bench/bench/slotrpt_bench --benchmark_min_time=0.1
+# ---------------------------------------------------------------- Operations
+
+say "operations"
+build/bench/bench/slotrpt_bench --benchmark_min_time=0.1 --benchmark_format=csv \
+    2>"$work/errors" >"$work/operations" || {
+    cat "$work/errors" >&2
+    exit 1
+}
+awk -F, -f bench/tables.awk -v table=operations "$work/operations"
