@@ -25,6 +25,7 @@ set grid xtics ytics linetype 1 linecolor rgb "#e3e7eb" linewidth 1
 set border 3 linecolor rgb "#9aa5b1"
 set xlabel "PCI functions of the machine" textcolor rgb ink offset 0,0.3
 unset key
+beside = "left offset 1,0 textcolor"  # how a name stands beside the last point of its line
 
 set multiplot
 set tmargin at screen 0.80
@@ -37,9 +38,9 @@ set label 2 "small CD: 400 named adapters, 1,600 lines" at graph 0,1.06 textcolo
 plot series using 1:2 with lines linestyle 3, \
     series using 1:3 with linespoints linestyle 2, \
     series using 1:4 with linespoints linestyle 1, \
-    series using 1:2:("process start") every ::last with labels left offset 1,0 textcolor linestyle 3, \
-    series using 1:3:("awk version") every ::last with labels left offset 1,0 textcolor linestyle 2, \
-    series using 1:4:("slotrpt") every ::last with labels left offset 1,0 textcolor linestyle 1
+    series using 1:2:("process start") every ::last with labels @beside linestyle 3, \
+    series using 1:3:("awk version") every ::last with labels @beside linestyle 2, \
+    series using 1:4:("slotrpt") every ::last with labels @beside linestyle 1
 
 unset label 1
 set lmargin at screen 0.545
@@ -49,7 +50,7 @@ set label 2 "large CD: 17,600 named adapters, 60,000 lines"
 plot series using 1:5 with lines linestyle 3, \
     series using 1:6 with linespoints linestyle 2, \
     series using 1:7 with linespoints linestyle 1, \
-    series using 1:5:("process start") every ::last with labels left offset 1,0 textcolor linestyle 3, \
-    series using 1:6:("awk version") every ::last with labels left offset 1,0 textcolor linestyle 2, \
-    series using 1:7:("slotrpt") every ::last with labels left offset 1,0 textcolor linestyle 1
+    series using 1:5:("process start") every ::last with labels @beside linestyle 3, \
+    series using 1:6:("awk version") every ::last with labels @beside linestyle 2, \
+    series using 1:7:("slotrpt") every ::last with labels @beside linestyle 1
 unset multiplot

@@ -1,5 +1,5 @@
-# The conversion as an awk program, the yardstick for whole runs. It looks its values up in tables
-# instead of walking lines, and follows the rules as far as the data of mkdata.awk needs them.
+# The conversion as an awk program, to compare whole runs with. It looks its values up in tables
+# instead of walking through lines. It follows only those rules that the data of mkdata.awk needs.
 #
 #     RWCD=CDROOT awk -f convert.awk SCANFILE
 
@@ -9,8 +9,8 @@ function trim(text) {
     return text
 }
 
-# Stores the entries of a file in entry[document, section, key], names in lower case. The first
-# section of a name and the first entry of a key count.
+# Stores the entries of a file in entry[document, section, key], with the names in lower case. Only
+# the first section of a name and the first entry of a key are stored.
 function load(document, file,    line, mark, section, isSearched, at, name) {
     isSearched = 1
     section = document SUBSEP
@@ -43,7 +43,8 @@ function isReadable(file,    line, result) {
     return result
 }
 
-# The low 16 bits of the number that a text begins with; base 0: the base that its prefix tells.
+# The low 16 bits of the number at the start of a text. Base 0 means that the prefix of the number
+# tells the base.
 function number(text, base,    value, digit, i) {
     text = tolower(text)
     if (base == 0) base = text ~ /^0x/ ? 16 : text ~ /^0/ ? 8 : 10

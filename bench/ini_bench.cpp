@@ -1,4 +1,4 @@
-// The INI document: loading, the walk that answers a lookup, and edits.
+// The INI document: loading, lookups and edits.
 
 #include <benchmark/benchmark.h>
 
@@ -60,7 +60,7 @@ void Lookup(benchmark::State& state, const char* key) {
 BENCHMARK_CAPTURE(Lookup, Hit, "Key_7")->Apply(documentSizes);
 BENCHMARK_CAPTURE(Lookup, Miss, "Key_8")->Apply(documentSizes);
 
-// The lookups to compare a series of edits with: as many as the document has lines.
+// As many lookups as the document has lines, to compare a series of edits with.
 void MissedLookups(benchmark::State& state) {
     const Document document(state.range(0));
     CIniFile ini(document.path());
@@ -71,7 +71,7 @@ void MissedLookups(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
-// As many edits of the last section as the document has lines, and one write-back.
+// As many edits of the last section as the document has lines, then one write-back.
 template <class KeyOf>
 void edit(benchmark::State& state, KeyOf keyOf) {
     for (auto _ : state) {
@@ -92,7 +92,7 @@ void edit(benchmark::State& state, KeyOf keyOf) {
 void ReplaceEntries(benchmark::State& state) {
     edit(state, [](std::int64_t) { return CString("Key_7"); });
 }
-// The section grows with each edit, so that the last ones walk twice as many lines.
+// The section grows with each edit, so the last edits walk through twice as many lines.
 void AddEntries(benchmark::State& state) {
     edit(state, [](std::int64_t i) { return CString("Added_") + CString(long{i}); });
 }

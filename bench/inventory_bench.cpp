@@ -1,4 +1,4 @@
-// Counting the adapters of one name: the one step that grows with the square of the list.
+// Counting the adapters of one name. No other step grows with the square of the list.
 
 #include <benchmark/benchmark.h>
 
@@ -8,7 +8,7 @@
 #include "scratch.h"
 
 namespace {
-// The names of a machine's adapters, each four times.
+// A map that gives each name of the machine. Four functions of the machine have the same name.
 std::string mapOf(std::int64_t functions) {
     std::string map = "[PCIIDMap]\n";
     for (std::int64_t i = 0; i < functions / 4; ++i) {

@@ -1,5 +1,5 @@
 # Makes the data of the benchmarks: product CDs and detection files of invented makers, adapters and
-# systems. The same bytes on every run: it has its own random numbers.
+# systems. It has its own random numbers, so that every run makes the same bytes.
 #
 #     awk -v out=FOLDER -f mkdata.awk
 #
@@ -34,14 +34,14 @@ function addKind(word, type, class) {
     kindWord[++kinds] = word; kindType[kinds] = type; kindClass[kinds] = class
 }
 
-# A maker's name of three syllables, another one for each index up to 2,743.
+# A maker's name of three syllables. Each index from 0 to 2,743 gives another name.
 function makerName(i) {
     i = i * 1009 % 2744
     return syllable[i % 14 + 1] syllable[int(i / 14) % 14 + 1] syllable[int(i / 196) + 1]
 }
 
-# The pairs of vendor and device ID and the name of each. A quarter of them share the name of the
-# pair before: revisions of one adapter.
+# The pairs of vendor and device ID, and the name of each pair. A quarter of the pairs have the name
+# of the pair before, like revisions of one adapter.
 function makePairs(total,    maker, device, last, kind) {
     split("BA DE FI GO KU LA ME NI PO RU SA TE VI ZO", syllable, " ")
     for (maker = 0; pairs < total; ++maker) {
@@ -73,8 +73,8 @@ function makeSystems(    birds, i, count) {
 
 # ---------------------------------------------------------------- One machine
 
-# Fills a machine with PCI functions: mostly single cards, some of several functions, some common
-# cards again and again, and a few that no CD names.
+# Fills a machine with PCI functions. Most cards are single, some have several functions, some
+# common ones occur again and again, and a few have no name on any CD.
 function makeMachine(mapped, total,    pair, copies, bus, device, dice) {
     functions = 0
     bus = 0
@@ -119,7 +119,8 @@ function writeScan(path, type,    i, pair) {
     closeFile()
 }
 
-# The on-board positions for the first named adapters of the machine; every other one is there.
+# The on-board positions for the first named adapters of the machine. Every second adapter is really
+# at its position.
 function writePositions(path, sections,    i, n, done, elsewhere) {
     openFile(path)
     put("; On-board positions: bus,device;bus,device")
@@ -176,8 +177,8 @@ function makeSeries(set, seed, mapped,    total) {
     }
 }
 
-# Every system of typical gets its own file, some named in lower case. One machine in fifty is of a
-# type that the CD does not know.
+# Every system of typical gets its own file. Some of these have a name in lower case. One machine in
+# fifty has a type that the CD does not list.
 function makeFleet(seed, mapped, machines,    ini, i, type) {
     state = seed
     ini = out "/typical/cd/rwise/ini/"

@@ -1,5 +1,5 @@
-// The operations of a string whose cost grows with its text. "allocs" and "bytes" are what one pass
-// allocates: the whole text built, both operands joined, all tokens taken.
+// The operations of a string whose cost grows with its text. "allocs" and "bytes" count what one
+// pass allocates. A pass builds the whole text, joins two texts, searches once or takes all tokens.
 
 #include <benchmark/benchmark.h>
 
@@ -47,7 +47,8 @@ void Find(benchmark::State& state) {
 }
 BENCHMARK(Find)->Apply(textSizes);
 
-// As many tokens as the array takes: the positions of an adapter are 4 at most.
+// As many tokens as the array has room for. The converter takes at most 4, the positions of an
+// adapter.
 void ParseTokens(benchmark::State& state) {
     std::string list = "0,0";
     for (std::size_t i = 1; i < sizeOf(state); ++i) list += "; " + std::to_string(i) + ",12";

@@ -28,8 +28,8 @@ function operation(name, text, sizes, growth) {
 }
 
 function rowOf(name) {
-    return "| " label[name] " | " sizes[name] " " unitOfSize[name] " | " times[name] " " unit[name] \
-        " | " (name in allocations ? allocations[name] : grows[name]) " |"
+    return "| " label[name] " | " sizes[name] " " unitOfSize[name] " | " times[name] " " \
+        unit[name] " | " (name in allocations ? allocations[name] : grows[name]) " |"
 }
 
 BEGIN {

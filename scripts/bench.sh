@@ -4,10 +4,11 @@
 #
 #   scripts/bench.sh >build/figures.md
 #
-# Each table compares three commands: the start of a process (/bin/true), the same conversion in awk
-# (bench/convert.awk) and slotrpt. They take turns, so that other work on the machine slows all of
-# them alike. CPU time is user and system time together, which other work disturbs least. The figures are
-# not judged. The script fails only if slotrpt and the awk version print different bytes.
+# The tables of runs compare three commands: the start of a process (/bin/true), the same conversion
+# in awk (bench/convert.awk) and slotrpt. They take turns, so that other work on the machine slows
+# all of them alike. CPU time is user and system time together, which other work disturbs least.
+# The figures are not judged. The script fails only if slotrpt and the awk version print different
+# bytes.
 set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C
