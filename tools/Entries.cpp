@@ -66,8 +66,8 @@ Entry* Entries::append(int number) {
     return entry;
 }
 
-// Finds out what the report has of the entry; in a gap, of each of its entries, which all read as
-// zeros.
+// Finds the adapters of the entry: one, or none. A gap has one for each of its entries, or none:
+// all of them read as zeros.
 void Entries::label(Entry& entry) {
     const PCIDeviceItem zeros;
     const PCIDeviceItem& device = entry.device ? *entry.device : zeros;
@@ -79,7 +79,7 @@ void Entries::label(Entry& entry) {
     for (int i = 0; i < count; ++i) takeAdapter(entry);
 }
 
-// Takes the next adapter as that of the entry, and its name off the group it is in.
+// Gives the entry the next adapter, and takes the name of the adapter off its group.
 void Entries::takeAdapter(Entry& entry) {
     entry.adapter = nextAdapter;
     entry.group = nullptr;
@@ -92,7 +92,8 @@ void Entries::takeAdapter(Entry& entry) {
     nextAdapter = inventory.getNextDeviceFromList();
 }
 
-// Whether the name is the next one of the group: the groups list their adapters in this order too.
+// Takes the name off the rest of the group. Whether it was the first one there: groups list their
+// adapters in the order of the inventory.
 bool Entries::takeName(Group& group, const CString& name) {
     const std::size_t length = name.GetLength();
     if (std::strncmp(group.rest, name.c_str(), length) != 0) return false;

@@ -3,7 +3,7 @@
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 
-/// One entry of the detection file, or a gap: a run of entries of which the file holds nothing.
+/// One entry of the detection file. Or a gap: entries in a row of which the file holds no key.
 struct Entry {
     int first = 0;                    ///< The number of the entry, or of the first one in the gap.
     int last = 0;                     ///< The same, or the number of the last one in the gap.
@@ -26,12 +26,12 @@ struct Entry {
     bool isSamePair(const Entry& other) const;
 };
 
-/// All entries of a detection file, in order, each with what the report makes of it. It owns them.
+/// The entries of a detection file, in order, each with its adapter in the report. It owns them.
 ///
-/// The inventory runs as it does in the converter, and the same file is read once more entry by
-/// entry. The adapters of the inventory are the named ones among the entries, in the same order,
-/// and a pair of IDs has one name or none: so an entry has a name exactly when it has the IDs of
-/// the adapter that is next.
+/// The inventory runs as it does in the converter, and a second one reads the same file entry by
+/// entry. The adapters of the first are the named entries of the second, in the same order. A pair
+/// of IDs either has a name or has none. So an entry has a name exactly if its IDs are those of the
+/// next adapter.
 class Entries {
 public:
     Entries(const CString& configurationPath, const CString& systemID, const CString& inputPath);
@@ -53,7 +53,8 @@ public:
     int firstBeyondTotal = -1;  ///< The number of the first one that is not below the total; or -1.
 
 private:
-    // A line of the report's last section, and what of it belongs to the adapters that follow.
+    // A line of the report's last section. As the adapters are walked, their names are taken off
+    // the rest.
     struct Group {
         const char* key;
         CString names;

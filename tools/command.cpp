@@ -10,7 +10,7 @@
 namespace {
 bool isFinished = false;
 
-// The fatal memory report ends a process with status 1, which means something else here.
+// When memory runs out, the process exits with status 1, which means findings here.
 void endUnfinished() {
     if (!isFinished) std::_Exit(kCouldNotRun);
 }

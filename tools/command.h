@@ -15,6 +15,6 @@ int complain(const CString& message);
 /// Prints the name of the command and the version.
 void printVersion();
 
-/// Runs the command, and returns its exit status: kCouldNotRun also when the output could not be
-/// written. When memory runs out, the process ends with that status too.
+/// Runs the command and returns its exit status. If the output cannot be written, the status is
+/// kCouldNotRun. If memory runs out, the process ends with that status, too.
 int runCommand(int (*command)(int argc, char* argv[]), int argc, char* argv[]);

@@ -2,8 +2,8 @@
 
 #include "util/CString.h"
 
-/// The text in a form that is safe to print on a terminal: on one line, and without any character
-/// that a terminal obeys. Control characters and bytes that are not UTF-8 become "\xNN".
+/// The text in a form that is safe to print on a terminal. Control characters, line feeds included,
+/// and bytes that are not UTF-8 become "\xNN".
 CString printable(const CString& text);
 
 /// How many columns a printable text takes.

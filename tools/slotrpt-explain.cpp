@@ -36,7 +36,7 @@ constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwda
 
 constexpr const char* kNone = "-";
 
-// Why the file cannot be read to an end; "" when it can.
+// Why the file cannot be read; "" when it can. A pipe or a device may have no end.
 CString whyUnreadable(const CString& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
@@ -44,7 +44,7 @@ CString whyUnreadable(const CString& path) {
     return access(path.c_str(), R_OK) == 0 ? "" : std::strerror(errno);
 }
 
-// Whether the file can be read. If not, says so, with a hint where to look.
+// Whether the file can be read. If not, prints the reason and the hint.
 bool canRead(const CString& path, const CString& hint) {
     const CString reason = whyUnreadable(path);
     if (!reason.IsEmpty()) complain("cannot read " + path + ": " + reason + hint);
@@ -95,12 +95,12 @@ void printSystem(const CString& inputPath, const CString& configurationPath,
 
 // ---------------------------------------------------------------- The table
 
-// Of the columns whose texts have any length.
+// The widths of the columns that depend on the entries.
 struct Widths {
     int number = 5, name = 7, type = 4, group = 5;
 };
 
-// A longer text sticks out of its column, so that it does not push the columns of all rows aside.
+// A column is no wider than this. A longer text shifts only its own row.
 constexpr int kMaxWidth = 32;
 
 void widen(int& width, const CString& text) {
@@ -156,7 +156,7 @@ CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory
            " in [PCIIDMap]: " + classInWords(entry.device->classCode);
 }
 
-// Whether the adapter is on-board; if not, at which positions it would be.
+// Whether the adapter is on-board. If not, the positions at which it would be.
 CString describeOnBoard(const PCIDevice& adapter, CIniFile& positions) {
     if (adapter.onBoard == "TRUE") return "yes";
     const CString listed = positions.ReadString(adapter.adapterName, "OnBoard");
@@ -194,7 +194,7 @@ void printCounts(const Entries& entries) {
     std::printf("\n");
 }
 
-// Everything below the facts about the system, each part after an empty line.
+// Prints what follows the facts about the system, with an empty line before each part.
 void printEntries(const Entries& entries) {
     std::printf("\n");
     if (entries.getFirst())
@@ -212,8 +212,8 @@ void printEntries(const Entries& entries) {
 
 // ---------------------------------------------------------------- Lines for the map
 
-// The class of this pair of IDs, and where its functions are, as a per-system file writes it.
-// Functions that follow each other at one position are one device.
+// Prints the class of this pair of IDs, and the positions of its functions as a per-system file
+// writes them. A position of several functions in a row is printed once.
 void printPositions(Entry& first) {
     constexpr int kMargin = 72;
     int column = std::printf("; %s at", classInWords(first.device->classCode).c_str());
@@ -251,8 +251,7 @@ void printLinesForMap(Entries& entries) {
     }
 }
 
-// Fills in the names from the list that was asked for, or from the system's own, which need not be
-// there.
+// Fills in the names from the given list. Without one, from the system's own, if there is one.
 void nameUnnamed(Entries& entries, const CString& listPath) {
     if (!listPath.IsEmpty()) {
         fillInNames(entries.getFirst(), listPath);

@@ -38,7 +38,7 @@ constexpr const char* kUsage =
 constexpr int kMaxJobs = 256;
 constexpr std::string_view kExtension = ".ini";
 
-// ---------------------------------------------------------------- What is converted, and by what
+// ---------------------------------------------------------------- The files and the converter
 
 // The names of the detection files in a folder, *.ini as a shell has it, in byte order.
 class FileList {
@@ -150,8 +150,8 @@ CString firstLineOf(std::FILE* stream) {
     return line;
 }
 
-// Why the run, which ended with this status, left no report in its partial file; "" when it did.
-// The converter does not notice a full disk, so the end of the report is looked at.
+// Why a run that ended with this status wrote no complete report; "" when it wrote one. The
+// converter does not notice a full disk, so the last line of the report is checked.
 CString failureOf(const Job& job, int status) {
     const CString error = firstLineOf(job.errors);
     if (!error.IsEmpty()) return error;
@@ -170,9 +170,10 @@ CString failureOf(const Job& job, int status) {
 
 // Keeps a number of converters running until all files are done.
 //
-// The signals that tell of the end of a converter, or ask this program to end, are blocked and
-// waited for: none is missed, and none comes at a bad moment. Whatever still runs when the object
-// goes is killed, and its partial report removed.
+// Two kinds of signals matter: one says that a converter has ended, the others ask this program to
+// end. They are blocked, and convertAll() waits for them, so that none is missed and none comes at
+// a bad moment. The destructor kills the converters that still run, and removes their partial
+// reports.
 class Fleet {
 public:
     Fleet(const CString& path, const FileList& fileList, const CString& program, int count);
@@ -199,11 +200,11 @@ private:
     const bool isWatched = isatty(STDERR_FILENO) != 0;
     Job jobs[kMaxJobs];
     int running = 0;
-    bool isBroken = false;  // nothing can be converted any more
+    bool isBroken = false;  // no further file can be converted
     std::size_t started = 0, converted = 0, failed = 0;
     sigset_t awaited;   // what convertAll() waits for
-    sigset_t original;  // what was blocked before, and is for a converter
-    sigset_t restored;  // what is ignored here, and not by a converter
+    sigset_t original;  // what was blocked before; a converter gets this
+    sigset_t restored;  // what is ignored here, but not in a converter
 };
 
 Fleet::Fleet(const CString& path, const FileList& fileList, const CString& program, int count)
@@ -211,8 +212,8 @@ Fleet::Fleet(const CString& path, const FileList& fileList, const CString& progr
     for (int i = 0; i < jobCount; ++i)
         jobs[i].partial =
             folder + "/.slotrpt-fleet." + CString(static_cast<long>(getpid())) + "." + CString(i);
-    std::signal(SIGCHLD, SIG_DFL);  // ignored, as a parent may have had it, it is never sent
-    std::signal(SIGPIPE, SIG_IGN);  // when nobody reads the messages, the conversion goes on
+    std::signal(SIGCHLD, SIG_DFL);  // a parent may have ignored it: it would never be sent
+    std::signal(SIGPIPE, SIG_IGN);  // the conversion goes on when nobody reads the messages
     sigemptyset(&restored);
     sigaddset(&restored, SIGPIPE);
     sigemptyset(&awaited);
@@ -272,8 +273,8 @@ bool Fleet::startIdle() {
     return !isBroken;
 }
 
-// Starts a converter for the next file. When the system has no room for one more process now, it
-// will have when one of those that run has ended.
+// Starts a converter for the next file. False when none was started. If the system has no room for
+// another process, that is no error: there will be room when a running converter has ended.
 bool Fleet::start(Job& job) {
     const char* const path = job.partial.c_str();
     const int output = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -342,7 +343,7 @@ void Fleet::finish(Job& job, int status) {
     } else {
         ++failed;
         unlink(job.partial.c_str());
-        // A carriage return, so that it takes the place of the progress.
+        // The carriage return lets the line replace the progress.
         std::fprintf(stderr, "%sfailed: %s: %s\n", isWatched ? "\r" : "",
                      printable(job.input).c_str(), printable(reason).c_str());
     }
@@ -381,7 +382,7 @@ int convertFolder(const CString& folder, int jobCount) {
     }
     if (result < 0) {
         std::signal(-result, SIG_DFL);
-        std::raise(-result);  // who started this program sees what ended it
+        std::raise(-result);  // so that the caller sees which signal ended the program
     }
     return result;
 }
