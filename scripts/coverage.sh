@@ -7,7 +7,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
-need cmake make clang llvm libclang-rt-14-dev googletest
+need cmake make clang llvm libclang-rt-dev libgmock-dev
 
 rm -rf build/coverage/profiles
 build coverage
@@ -17,7 +17,7 @@ top=$(pwd)
 cd build/coverage
 llvm-profdata merge -o all.profdata profiles
 # What the whole program, the tests and the example programs ran counts together.
-set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples|googletest)/' \
+set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples)/' \
     slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
     -object examples/inied -object examples/params
 llvm-cov report "$@" | sed "s#$top/##"

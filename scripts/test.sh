@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
 preset=${1:-debug}
-need cmake g++ make googletest
+need cmake g++ make libgmock-dev
 case $preset in
     clang) need clang ;;
     x86*) need g++-multilib ;;
