@@ -22,8 +22,7 @@ isEmulated() {
 }
 
 addEmulator() { # ROOT
-    need qemu-user-static
-    cp "$(command -v qemu-i386-static)" "$1/emulator"
+    cp "$(findEmulator)" "$1/emulator"
 }
 
 # convert ROOT EXAMPLES PROGRAM: whether the package's program prints the example's report there.

@@ -1,6 +1,12 @@
 # shellcheck shell=sh
 # What the scripts share; each sources it from the folder of the project.
 
+# fail MESSAGE: ends the script with one line.
+fail() {
+    echo "${0##*/}: $1" >&2
+    exit 1
+}
+
 # need PACKAGE...: installs those Debian packages that are missing.
 need() {
     missing=
@@ -9,11 +15,18 @@ need() {
             missing="$missing $wanted"
     done
     [ -n "$missing" ] || return 0
+    [ "$(id -u)" = 0 ] || command -v sudo >/dev/null ||
+        fail "these Debian packages are missing, and only root can install them:$missing"
     echo "installing:$missing" >&2
-    asRoot apt-get -qq update >&2
     # shellcheck disable=SC2086 # a list of names
-    asRoot env DEBIAN_FRONTEND=noninteractive \
-        apt-get -qq install -y --no-install-recommends $missing >&2 </dev/null
+    log=$(installPackages $missing 2>&1) || fail "these Debian packages are missing, and cannot be installed:\
+$missing (apt-get: $(echo "$log" | tail -n 1))"
+}
+
+installPackages() {
+    asRoot apt-get -qq update &&
+        asRoot env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Acquire::Retries=3 \
+            install -y --no-install-recommends "$@" </dev/null
 }
 
 asRoot() {
@@ -25,7 +38,7 @@ asRoot() {
 canRun32() {
     if [ -z "${SLOTRPT_RUN32:-}" ]; then
         need g++ g++-multilib
-        mkdir -p build
+        makeBuildFolder
         program=build/run32.$$
         echo 'int main() {}' | g++ -m32 -x c++ -o "$program" -
         SLOTRPT_RUN32=no
@@ -33,6 +46,17 @@ canRun32() {
         rm "$program"
     fi
     [ "$SLOTRPT_RUN32" = yes ]
+}
+
+# findEmulator: prints the path of the program that runs 32-bit ones, which needs no other file.
+findEmulator() {
+    need qemu-user-static
+    command -v qemu-i386-static
+}
+
+makeBuildFolder() {
+    mkdir -p build 2>/dev/null || true
+    [ -w build ] || fail "cannot write to $(pwd)/build, which takes all that is built"
 }
 
 # passOver WHAT: says what cannot be checked here.
@@ -45,15 +69,15 @@ passOver() {
 build() {
     emulator=
     case $1 in
-        x86*) canRun32 || {
-            need qemu-user
-            emulator=$(command -v qemu-i386)
-        } ;;
+        x86*) canRun32 || emulator=$(findEmulator) ;;
     esac
-    mkdir -p build
-    cmake --preset "$1" -DCMAKE_CROSSCOMPILING_EMULATOR="$emulator" >"build/$1.log" 2>&1 || {
-        cat "build/$1.log" >&2
-        return 1
-    }
-    cmake --build --preset "$1" --parallel "$(nproc)" >&2
+    makeBuildFolder
+    (
+        flock 9 # two scripts at a time may build the same
+        cmake --preset "$1" -DCMAKE_CROSSCOMPILING_EMULATOR="$emulator" >"build/$1.log" 2>&1 || {
+            cat "build/$1.log" >&2
+            exit 1
+        }
+        cmake --build --preset "$1" --parallel "$(nproc)" >&2
+    ) 9>"build/$1.lock"
 }
