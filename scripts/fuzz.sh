@@ -14,7 +14,7 @@ seconds=${2:-60}
     exit 2
 }
 
-need cmake make clang libclang-rt-14-dev
+need cmake make clang libclang-rt-dev
 build fuzz
 set --
 case $target in
@@ -33,8 +33,7 @@ cp -r "fuzz/corpus/$target" "$kept/corpus"
 if [ "$target" = run ]; then
     export SLOTRPT_X86=build/release-x86/slotrpt
     canRun32 || {
-        need qemu-user
-        printf '#!/bin/sh\nexec qemu-i386 %s "$@"\n' "$SLOTRPT_X86" >"$kept/slotrpt-x86"
+        printf '#!/bin/sh\nexec %s %s "$@"\n' "$(findEmulator)" "$SLOTRPT_X86" >"$kept/slotrpt-x86"
         chmod +x "$kept/slotrpt-x86"
         SLOTRPT_X86=$kept/slotrpt-x86
     }
