@@ -138,16 +138,15 @@ CString lastLineOf(const CString& path) {
     return last;
 }
 
-// The first line of the stream that is not blank; "" when there is none.
-CString firstLineOf(std::FILE* stream) {
-    std::rewind(stream);
-    CString line;
+// The first line that is not blank of what the converter said; "" when it said nothing. A stream
+// would keep what it read of the last run.
+CString firstLineOf(std::FILE* errors) {
     char text[512];
-    while (line.IsEmpty() && std::fgets(text, sizeof text, stream)) {
-        line = text;
-        line.Trim();
-    }
-    return line;
+    const ssize_t length = pread(fileno(errors), text, sizeof text - 1, 0);
+    text[std::max<ssize_t>(0, length)] = '\0';
+    CString line = text;
+    line.Trim();
+    return line.GetToken(0, "\n");
 }
 
 // Why a run that ended with this status wrote no complete report; "" when it wrote one. The
@@ -300,13 +299,13 @@ bool Fleet::start(Job& job) {
 
 // Runs the converter on the job's file. The result is an errno, or 0.
 int Fleet::launch(Job& job, int output) const {
-    std::rewind(job.errors);
-    if (ftruncate(fileno(job.errors), 0) != 0) return errno;
+    const int errors = fileno(job.errors);
+    if (ftruncate(errors, 0) != 0 || lseek(errors, 0, SEEK_SET) != 0) return errno;
 
     posix_spawn_file_actions_t redirections;
     posix_spawn_file_actions_init(&redirections);
     posix_spawn_file_actions_adddup2(&redirections, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&redirections, fileno(job.errors), STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&redirections, errors, STDERR_FILENO);
 
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
