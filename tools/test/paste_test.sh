@@ -16,4 +16,7 @@ sed "/^\[PCIIDMap\]/r $cd/named" "$examples/cd/rwise/ini/syscfg.ini" >"$cd/rwise
 
 "$1" "$examples/alpha.ini" | tail -n 1
 "$1" --missing "$examples/alpha.ini"
+# All that are read have names, but one is not read.
+sed 's/^Total_Number_Of_Devices = 9/Total_Number_Of_Devices = 8/' "$examples/alpha.ini" >"$cd/eight"
+"$1" --missing "$cd/eight" || echo "status $?"
 "$2" "/rwpm:$examples/alpha.ini"
