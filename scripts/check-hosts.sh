@@ -89,21 +89,20 @@ result=0
 inside here sh -euc 'mount --bind "$1/here" "$2" && cd "$1" && sh -eu command' - \
     "$work" "$home" 2>"$work/messages" </dev/null || result=$?
 
-fail() {
-    echo "check-hosts.sh: $1" >&2
+reject() {
     cat "$work/messages" >&2
-    exit 1
+    fail "$1"
 }
-[ "$result" -ne 0 ] || fail "a file failed, and the exit status is 0"
+[ "$result" -ne 0 ] || reject "a file failed, and the exit status is 0"
 grep -q '^\./broken\.ini.*Could not find PCI information' "$work/messages" ||
-    fail "the file that failed is not named with its reason"
-[ ! -e "$work/fleet/broken.report" ] || fail "the file that failed has a report"
+    reject "the file that failed is not named with its reason"
+[ ! -e "$work/fleet/broken.report" ] || reject "the file that failed has a report"
 for input in "$work"/fleet/-machine*.ini; do
-    cmp "${input%.ini}.report" examples/alpha.report || fail "a report is not as it is here"
+    cmp "${input%.ini}.report" examples/alpha.report || reject "a report is not as it is here"
 done
 for host in $hosts; do
-    runs=$(grep -c 'Starting session: command' "$work/$host.log") || fail "$host took no part"
+    runs=$(grep -c 'Starting session: command' "$work/$host.log") || reject "$host took no part"
     echo "$host: $runs commands"
-    [ -z "$(ls "$work/$host")" ] || fail "something is left on $host"
+    [ -z "$(ls "$work/$host")" ] || reject "something is left on $host"
 done
 echo "hosts: 199 reports from two hosts are as they are here, and the broken file is named"

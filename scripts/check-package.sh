@@ -33,6 +33,18 @@ convert() {
     RWCD=$examples/cd chroot "$in" "$@" "/rwpm:$examples/alpha.ini" | cmp - examples/alpha.report
 }
 
+# tryCommands ROOT EXAMPLES: whether the commands beside the program run there.
+tryCommands() {
+    export RWCD="$2/cd"
+    chroot "$1" slotrpt-check-cd "$RWCD"
+    chroot "$1" slotrpt-explain "$2/alpha.ini" | grep -qx '9 entries: 4 named, 5 unnamed, 3 on-board'
+    mkdir "$1/fleet"
+    cp examples/alpha.ini "$1/fleet"
+    chroot "$1" slotrpt-fleet /fleet
+    cmp "$1/fleet/alpha.report" examples/alpha.report
+    rm -r "$1/fleet"
+}
+
 for package in build/package/*.deb; do
     empty=$work/$(basename "$package")
     mkdir -p "$empty/program"
@@ -55,6 +67,7 @@ names >"$work/before"
 for package in build/package/*.deb; do
     chroot "$root" dpkg --install "/$(basename "$package")"
     convert "$root" /usr/share/doc/slotrpt/examples /usr/bin/slotrpt
+    if ! isEmulated "$package"; then tryCommands "$root" /usr/share/doc/slotrpt/examples; fi
     chroot "$root" dpkg --remove slotrpt
 done
 names | diff "$work/before" -
