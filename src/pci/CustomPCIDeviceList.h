@@ -42,7 +42,7 @@ public:
     void setMapFileLocation(CString path);  ///< The system configuration file.
     void setSystemKeyword(CString keyword);
     void setInputFile(CString path);  ///< Loads the detection file. A second call does nothing.
-    /// Does the steps of the flags, in the order of their values; INIT_FROM_INPUT_FILE comes first.
+    /// Does INIT_FROM_INPUT_FILE first, then the other steps in the order above.
     /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. Without any other flag
     /// than INIT_FROM_INPUT_FILE, scans the base class's source, which is empty, and returns true.
     bool initialize(int flags);
@@ -83,9 +83,11 @@ public:
 
     // --- Grouping ---
 
-    /// Builds the group lists. Does not sort the items. A second call adds every name again.
+    /// Builds the group lists. Does not sort the items. A second call adds all names again, except
+    /// to the CD-ROM list.
     void sortDevicesByType();
-    /// The group lists: the names of the items, in list order, joined by ",".
+    /// The group lists: names joined by ",". Items come first, in list order, then the adapters
+    /// without an item.
     CString getDASDDevices() const;
     CString getNetworkDevices() const;
     CString getSystemDevices() const;  ///< Always "".

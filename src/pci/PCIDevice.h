@@ -19,7 +19,7 @@ struct PCIDevice {
     std::uint16_t headerType = 0;
 
     CString adapterName;         ///< The name of these IDs on the CD. Never empty in a list.
-    CString adapterType;         ///< Contains "DASD", "NETWORK" and so on. May be empty.
+    CString adapterType;         ///< A word in it, such as "DASD", selects a group. May be empty.
     CString onBoard;             ///< "TRUE" or "FALSE". Empty before labelling.
     std::int32_t count = -1;     ///< How many devices in the list have this name. -1: not counted.
     std::int32_t instance = -1;  ///< The number of this one among them, from 1. -1: not counted.

@@ -17,9 +17,9 @@ class CCLParams {
 public:
     /// The kind of a parameter. The type is fixed, so that any int can be passed as a value.
     enum CLParamModes : int {
-        CLNone = 0,    ///< No kind yet. Parse() refuses such an entry, and one of any other value.
-        CLSwitch = 1,  ///< The argument equals the name. There is no value.
-        CLParam = 2,   ///< The argument begins with the name. The value may span arguments.
+        CLNone = 0,       ///< No kind yet. Parse() refuses an entry of this or an unknown kind.
+        CLSwitch = 1,     ///< The argument equals the name. There is no value.
+        CLParam = 2,      ///< The argument begins with the name. The value may span arguments.
         CLPathParam = 3,  ///< The same, but the value spans arguments only inside quotes. If the
                           ///< name is empty, the entry takes any argument that is no switch.
     };
@@ -38,7 +38,7 @@ public:
     /// The results of Parse().
     static constexpr int kParsed = 0;       ///< All arguments matched, and none is missing.
     static constexpr int kMismatch = 1;     ///< An argument matched no entry, or one is missing.
-    static constexpr int kUnknownMode = 2;  ///< An argument was compared with an entry of no kind.
+    static constexpr int kUnknownMode = 2;  ///< An argument met an entry of no known kind.
 
     CCLParams() = default;
     ~CCLParams() { DeleteNodes(); }
@@ -58,15 +58,15 @@ public:
     bool GetValue(CString name, CString& value) const;
     bool GetValue(unsigned position, CString& value) const;
     bool GetValue(CString name) const;
-    /// After Parse(), the length of the program's file name plus, for every entry found, 1 and the
-    /// lengths of its name and value. 0 before Parse().
+    /// After Parse(), the length of the program's file name without its extension. Each entry found
+    /// adds 1 and the lengths of its name and value. 0 before Parse().
     int GetNumberOfCommandLineCharacters() const { return m_nCharacters; }
 
     // --- The steps of Parse() ---
 
-    /// Collects the value of the parameter `name`, which begins argv[index]. The value is the rest
-    /// of that argument and the arguments up to the next switch, joined by single blanks. Moves
-    /// `index` past them and returns it.
+    /// Collects the value of the parameter `name`. argv[index] begins with this name. The value is
+    /// the rest of that argument and the arguments up to the next switch, joined by single blanks.
+    /// Moves `index` past them and returns it.
     int GetParam(int& index, int argc, const char* const* argv, CString name, CString& value) const;
     /// The same, but adds arguments only while the value has exactly one double quote. The quotes
     /// stay in the value.

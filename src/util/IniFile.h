@@ -73,16 +73,17 @@ public:
     /// Returns whether the entry was found. If so, `line` is its whole line. Otherwise `line` is
     /// the last line that was visited; in an empty document it stays unchanged.
     bool FindItem(CString section, CString key, CString& line);
-    /// Searches the section for numbered entries, whose keys end in "." and a number: Name.0,
-    /// Name.1 and so on. Returns the smallest number that is not below `from` (0 or more), or -1.
+    /// Searches the section for numbered entries: Name.0, Name.1 and so on, without leading zeros.
+    /// Returns the smallest number that is not below `from` (0 or more), or -1.
     int FindNumber(CString section, int from) const;
     bool Exists() const;  ///< Whether the file can be opened for reading at this moment.
 
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
     /// Sets an entry. If the section has the key, changes the first such entry. Otherwise adds the
-    /// entry at the end of the section, before its trailing blank lines. Adds a missing section at
-    /// the end of the document, after a blank line. `bAllowDuplicate` is for an empty key.
+    /// entry at the end of the section, before its trailing blank lines. Adds a missing section
+    /// after the last line that is not blank, with a blank line between. `bAllowDuplicate` is for
+    /// an empty key.
     bool WriteString(CString section, CString key, CString value, bool bAllowDuplicate,
                      bool bFlush);
     /// Adds a line without a key to the section, or above the first header. If `bAllowDuplicate` is

@@ -29,8 +29,8 @@ public:
     /// Closes an open file first. If the name is empty, does nothing and returns false.
     bool Open(CString mode);
     bool Open() { return Open(""); }
-    /// Sets the object's name to `name` and opens that file. If the open file is a temporary one,
-    /// it is deleted first, under its own name.
+    /// Sets the object's name to `name` and opens that file. If a temporary file is open, closes
+    /// and deletes it first.
     bool OpenFile(CString name, CString mode);
     bool OpenFile(CString name) { return OpenFile(name, ""); }
     /// Creates and opens a file for reading and writing that is deleted when it is closed. Its name

@@ -5,14 +5,14 @@
 #include <cstdlib>
 #include <utility>
 
-/// The memory of what a document has by the thousand: its line records and their short texts.
+/// Allocates the many small blocks of a document: its line records and their short texts.
 ///
 /// Small blocks cost less here than from malloc: no byte is spent around a block, and a freed block
 /// is the next one of its size to be given out. The pool returns its memory to the system when no
 /// small block is in use. Larger blocks come from malloc. Under an address sanitizer all blocks do,
 /// since it would not see an overrun inside the pool.
 ///
-/// The pool has no source file, so that each source that uses it links alone.
+/// All code is in this header, so a source that uses the pool links alone.
 class CPool {
 public:
     CPool() = delete;
