@@ -3,43 +3,56 @@
 
 using Error = CErrorHandler;
 
-// Ends with 7 when it went on, and read a "z" behind the answer.
-static std::string report(int reaction, int kind, const char* detail, const char* answer = "z") {
+namespace {
+// Reports an error in a process of its own. It ends with status 7 if the report returns and leaves
+// a "z" on standard input.
+Outcome report(int reaction, int kind, const char* detail, const std::string& answer = "z") {
     const auto body = [=] {
         Error().ErrorHandler(static_cast<Error::ErrorCodeDef>(reaction),
                              static_cast<Error::ErrorCodeDef>(kind), detail);
         return std::getchar() == 'z' ? 7 : 0;
     };
-    return inChild(body, answer).end;
+    return inChild(body, answer);
 }
+
+const std::string kParse = "Parse Error\n\nUnable to parse data file...\n\n";
+const std::string kCorrupt =
+    "The data file may not be in the correct format or it may be corrupt.\n\n";
+const std::string kLarge(600, 'd');
+
+struct Message {
+    int kind;
+    const char* detail;
+    std::string text;
+};
+const Message kMessages[] = {
+    {0, "D", ""},  // not a kind
+    {Error::ecSystem, "D", "General System Error\n\nD"},
+    {Error::ecProgram, "D", "General Program Error\n\nD"},
+    {Error::ecCustom, kLarge.c_str(), kLarge.substr(0, 510)},  // cut at 511, a line feed included
+    {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
+    {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
+    {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
+    {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
+    {Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},
+    {Error::ecParse, "", kParse + kCorrupt},  // no blank line for an empty detail
+    {Error::ecParse, kLarge.c_str(), (kParse + kLarge).substr(0, 510)},
+    {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
+    {Error::ecTcpIp + 1, "D", ""},
+};
+}  // namespace
 
 TEST(Errors, HaveAMessageForEachKind) {
-    const std::string parse = "Parse Error\n\nUnable to parse data file...\n\n", large(600, 'd');
-    const std::string corrupt =
-        "The data file may not be in the correct format or it may be corrupt.\n\n";
-    const std::tuple<int, const char*, std::string> kMessages[] = {
-        {0, "D", ""},
-        {11, "D", ""},
-        {Error::ecSystem, "D", "General System Error\n\nD"},
-        {Error::ecProgram, "D", "General Program Error\n\nD"},
-        {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
-        {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
-        {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
-        {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
-        {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
-        {Error::ecParse, "D", parse + "D\n\n" + corrupt},
-        {Error::ecParse, "", parse + corrupt},
-        {Error::ecCustom, large.c_str(), large.substr(0, 510)},  // 511 with the first line feed
-        {Error::ecParse, large.c_str(), (parse + large).substr(0, 510)}};
-    for (const auto& [kind, detail, message] : kMessages)
-        EXPECT_EQ("7|\n\n" + message + "\n", report(Error::ecWarn, kind, detail));
+    for (const Message& row : kMessages)
+        EXPECT_EQ("\n\n" + row.text + "\n", report(Error::ecWarn, row.kind, row.detail).err)
+            << "kind " << row.kind;
 }
 
-TEST(Errors, EndTheProcessOrAsk) {
+TEST(Errors, EndTheProcessUnlessTheAnswerIsYes) {
     const auto ask = [](const char* answer) { return report(Error::ecAsk, 3, "D", answer); };
-    const std::string asked = "|\n\nD\n\nContinue anyway? ";
-    for (const char* yes : {"yes z\nz\n", " \n\tYz\nz"}) EXPECT_EQ("7" + asked, ask(yes));
-    for (const char* no : {"ny\nz", ""}) EXPECT_EQ("1" + asked, ask(no));
-    EXPECT_EQ("1|\n\nD\n", report(Error::ecAbort, Error::ecCustom, "D"));
-    EXPECT_EQ("7|\n\nD\n", report(3, Error::ecCustom, "D"));  // any other reaction is a warning
+    for (const char* yes : {"yes z\nz", " \n\tY\nz"}) EXPECT_EQ(7, ask(yes).status) << yes;
+    for (const char* no : {"ny\nz", ""}) EXPECT_EQ(1, ask(no).status) << no;
+    EXPECT_EQ("\n\nD\n\nContinue anyway? ", ask("").err);
+    EXPECT_EQ(1, report(Error::ecAbort, 3, "D").status);
+    EXPECT_EQ(7, report(3, 3, "D").status);  // any other reaction is a warning
 }

@@ -1,144 +1,154 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <tuple>
-
 #include "support.h"
 #include "util/MyFileIO.h"
 
 namespace {
+long filesIn(const std::string& folder) {
+    return std::distance(std::filesystem::directory_iterator(folder), {});
+}
+long openFiles() { return filesIn("/proc/self/fd"); }
+
 std::string utf16(const std::string& text) {
     std::string bytes;
     for (const char c : text) bytes += {c, '\0'};
     return bytes;
 }
-
-long filesIn(const std::string& folder) {
-    return std::distance(std::filesystem::directory_iterator(folder), {});
-}
 }  // namespace
 
-TEST(Files, AreReadAndWrittenLineByLine) {
+TEST(Files, AreReadLineByLine) {
     const ScratchFolder folder;
     CMyFileIO file;
     CString line = "old";
-    EXPECT_EQ("0|0|0|0|0||1",
-              joined({file.Open(), file.Close(), file.Rewind(), file.WriteStringNL(),
-                      file.ReadString(line), line, file.IsEOF()}));
-    // Without a name, the open file stays.
-    EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()) &&
-                !file.OpenFile(""));
+    EXPECT_FALSE(file.Rewind());
+    EXPECT_FALSE(file.ReadString(line));
+    EXPECT_EQ("", line);
+    EXPECT_TRUE(file.IsEOF());
+    EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
+    EXPECT_FALSE(file.OpenFile(""));  // the open file stays
     for (int pass = 0; pass < 2; ++pass) {
-        for (const char* expected : {"1|ab\n|0", "1|\n|0", "1|cd|1", "0||1"})
-            EXPECT_EQ(expected, joined({file.ReadString(line), line, file.IsEOF()}));
-        EXPECT_EQ("1|0", joined({file.Rewind(), file.IsEOF()}));
+        for (const char* expected : {"ab\n", "\n", "cd"}) {
+            EXPECT_FALSE(file.IsEOF());
+            EXPECT_TRUE(file.ReadString(line));
+            EXPECT_EQ(expected, line);
+        }
+        EXPECT_TRUE(file.IsEOF());
+        EXPECT_FALSE(file.ReadString(line));
+        EXPECT_TRUE(file.Rewind());
     }
-    EXPECT_FALSE(file.WriteString("x") || file.OpenFile(folder.path("new").c_str()));
-    EXPECT_TRUE(file.Open("w+") && file.WriteString("a") && file.WriteStringNL() &&
-                file.WriteStringNL("b"));
-    EXPECT_EQ("1|1|a\nb\n",
-              joined({file.Close(), file.Exists(), readFile(folder.path("new")).c_str()}));
-    EXPECT_EQ("1|0|0", joined({file.DeleteFile(), file.Exists(), file.DeleteFile()}));
-    EXPECT_EQ("1|0|1|0", joined({file.OpenFile("/dev/full", "w+"), file.WriteStringNL("x"),
-                                 file.WriteString("x"), file.Close()}));
+}
+
+TEST(Files, AreWrittenInTheModesOfFopen) {
+    const std::pair<const char*, const char*> kModes[] = {
+        {"w", "b\n"}, {"w+", "b\n"}, {"a", "a\nb\n"}, {"r+", "b\n"}};
+    const ScratchFolder folder;
+    for (const auto& [mode, content] : kModes) {
+        SCOPED_TRACE(mode);
+        CMyFileIO file(folder.file("a", "a\n").c_str());
+        EXPECT_TRUE(file.Open(mode));
+        EXPECT_TRUE(file.WriteStringNL("b"));
+        EXPECT_TRUE(file.Close());
+        EXPECT_EQ(content, readFile(folder.path("a")));
+        EXPECT_TRUE(file.OpenFile("/dev/full", mode));
+        EXPECT_FALSE(file.WriteStringNL("x"));  // a line is written at once
+        EXPECT_TRUE(file.WriteString("x"));
+        EXPECT_FALSE(file.Close());
+    }
 }
 
 TEST(Files, OfATemporaryKindVanish) {
     const ScratchFolder folder;
-    const CString other = folder.file("other", "kept").c_str(), dir = folder.path().c_str();
-    const auto open = [] { return filesIn("/proc/self/fd"); };
-    const long before = open();
+    const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
+    const long before = openFiles();
     {
         CMyFileIO file, second;
-        CString line;
-        EXPECT_TRUE(file.OpenTempFile(dir) && second.OpenTempFile(dir));
-        EXPECT_EQ(joined({3, before + 2}), joined({filesIn(folder.path()), open()}));
-        EXPECT_TRUE(file.WriteString("x") && file.Rewind() && file.ReadString(line));
-        EXPECT_EQ("x|1|3", joined({line, file.OpenTempFile(dir), filesIn(folder.path())}));
-        EXPECT_EQ("1|1|2",
-                  joined({file.OpenFile(other), file.OpenFile(other), filesIn(folder.path())}));
-        EXPECT_EQ("1|0|0", joined({file.CloseFile(), file.OpenTempFile("none"), file.CloseFile()}));
+        EXPECT_TRUE(file.OpenTempFile(dir));
+        EXPECT_TRUE(second.OpenTempFile(dir));
+        EXPECT_TRUE(file.WriteString("x"));
+        EXPECT_EQ(before + 2, openFiles());
+        EXPECT_EQ(3, filesIn(folder.path()));
+        EXPECT_TRUE(file.OpenFile(other));  // the temporary one goes, not the other
+        EXPECT_EQ(2, filesIn(folder.path()));
+        EXPECT_FALSE(file.OpenTempFile("none"));
+        EXPECT_FALSE(file.CloseFile());
     }
-    EXPECT_EQ(joined({1, before, "kept"}),
-              joined({filesIn(folder.path()), open(), readFile(other.c_str()).c_str()}));
+    EXPECT_EQ(before, openFiles());
+    EXPECT_EQ(1, filesIn(folder.path()));
+    CMyFileIO file(other);
+    EXPECT_TRUE(file.Open());
+    EXPECT_TRUE(file.DeleteFile());  // closes it first
+    EXPECT_EQ(before, openFiles());
+    EXPECT_FALSE(file.Exists());
 }
 
-TEST(Files, AreWhateverCanBeOpened) {
+TEST(Files, CanBePipesAndDevices) {
     const ScratchFolder folder;
-    const std::string pipePath = folder.path("pipe");
-    const CString name = pipePath.c_str();
-    ASSERT_EQ(0, mkfifo(pipePath.c_str(), 0600));
-    EXPECT_TRUE(CMyFileIO::Exists(name));  // does not wait for a writer
+    const CString path = folder.path("pipe").c_str();
+    ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
+    EXPECT_TRUE(CMyFileIO::Exists(path));  // without waiting for a writer
     EXPECT_TRUE(CMyFileIO::Exists("/dev/null"));
-
-    const int writer = open(pipePath.c_str(), O_RDWR);
-    ASSERT_EQ(3, write(writer, "a\nb", 3));
+    const int writer = open(path.c_str(), O_RDWR);
+    ASSERT_EQ(1, write(writer, "a", 1));
     CMyFileIO file;
-    CString line;
-    EXPECT_TRUE(file.OpenFile(name));
+    CString text;
+    EXPECT_TRUE(file.OpenFile(path));
     close(writer);
-    EXPECT_TRUE(file.ReadString(line));
-    EXPECT_STREQ("a\n", line.c_str());
-    EXPECT_TRUE(file.ReadString(line));
-    EXPECT_STREQ("b", line.c_str());
-    EXPECT_FALSE(file.ReadString(line));
-
-    EXPECT_TRUE(CMyFileIO::CopyFile(folder.path().c_str(), folder.path("copy").c_str()));
-    EXPECT_EQ("", readFile(folder.path("copy")));  // that of a folder
+    EXPECT_TRUE(file.ReadString(text));
+    EXPECT_EQ("a", text);
 }
 
 TEST(Files, AreCopiedByteForByte) {
-    using File = CMyFileIO;
     const ScratchFolder folder;
-    const std::string bytes = readFile(SLOTRPT_PROGRAM);
-    CString source = folder.file("a", bytes).c_str(), target = (folder.path() + "b").c_str(),
-            dir = folder.path().c_str();
-    EXPECT_FALSE(File::CopyFile("none", target) || File::Exists(target));
-    EXPECT_TRUE(File::CopyFile(source, target) && File::CopyFile(source, source) &&
-                File::Exists(dir));
-    EXPECT_TRUE(readFile(target.c_str()) == bytes && readFile(source.c_str()) == bytes);
-    EXPECT_FALSE(File::CopyFile(source, dir) || File::SetReadOnly("none", true) ||
-                 File::GetFileVersion("none", dir));
-    const auto mode = [&](bool readOnly) {
-        EXPECT_TRUE(File::SetReadOnly(target, readOnly));
-        return static_cast<int>(std::filesystem::status(target.c_str()).permissions());
-    };
-    EXPECT_EQ(joined({0400, 0200}), joined({mode(true), mode(false)}));
-    EXPECT_EQ("0|1||1", joined({File::GetFiles("", dir), File::GetFiles("/", dir), dir,
-                                File::GetSubdirectories("/", dir)}));
+    const std::string bytes = readFile(SLOTRPT_PROGRAM), copy = folder.path("copy");
+    const CString source = folder.file("a", bytes).c_str(), target = copy.c_str();
+    EXPECT_FALSE(CMyFileIO::CopyFile("none", target));
+    EXPECT_FALSE(CMyFileIO::Exists(target));
+    EXPECT_TRUE(CMyFileIO::CopyFile(source, target));
+    EXPECT_TRUE(CMyFileIO::CopyFile(target, target));  // leaves it alone
+    EXPECT_TRUE(bytes == readFile(copy));
+    EXPECT_FALSE(CMyFileIO::CopyFile(source, folder.path().c_str()));
+    for (const bool readOnly : {true, false}) {
+        EXPECT_TRUE(CMyFileIO::SetReadOnly(target, readOnly));
+        const auto mode = std::filesystem::status(copy).permissions();
+        EXPECT_EQ(readOnly ? 0400 : 0200, static_cast<int>(mode));
+    }
 }
 
 TEST(Files, CarryAVersionStamp) {
+    const std::string end(2, '\0'), key = utf16("FileVersion") + end, value = utf16("4.5") + end;
+    const std::string large(100, '5');
+    const std::tuple<std::string, bool, std::string> kStamps[] = {
+        {"MZ" + key + end + value + key + value, true, "4.5"},  // the first of two
+        {key + utf16(large) + end, true, large},                // longer than the room at first
+        {key + utf16("4.5") + end.substr(1), false, "4.5"},     // cut in the value
+        {utf16("FileVer") + "x" + key + value, true, "4.5"},    // behind a part of the key
+        {utf16("FileVersioX") + end + value, true, "4.5"},      // whose last letter does not count
+        {"F" + key + value, false, ""},  // a byte that ends a match does not begin the next one
+    };
     const ScratchFolder folder;
-    const std::string zero(2, '\0'), value = "1.2." + std::string(100, '3'),
-                                     name = utf16("FileVersion") + zero;
-    const std::string key = "MZ" + utf16("FileVe") + "x" + name + zero,
-                      stamp = key + utf16(value) + zero;
-    const auto read = [&](const std::string& bytes) {
+    for (const auto& [bytes, isFound, expected] : kStamps) {
+        SCOPED_TRACE(bytes);
         CString version = "old";
         CMyFileIO file(folder.file("a.exe", bytes).c_str());
-        return joined({file.GetFileVersion(version), version});
-    };
-    for (std::size_t cut = 0; cut < stamp.size(); ++cut) {
-        const std::size_t got = cut < key.size() ? 0 : (cut - key.size() + 1) / 2;
-        EXPECT_EQ("0|old" + value.substr(0, got), read(stamp.substr(0, cut)));
+        EXPECT_EQ(isFound, file.GetFileVersion(version));
+        EXPECT_EQ("old" + expected, version.c_str());  // which is appended to
     }
-    EXPECT_EQ("1|old" + value, read(stamp + utf16("5")));
-    // The last letter is not compared; a byte that ends a match does not begin the next one.
-    EXPECT_EQ("1|old2", read(utf16("FileVersioX") + zero + utf16("2") + zero));
-    EXPECT_EQ("0|old", read("F" + name + utf16("2") + zero));
 }
 
 TEST(Files, HaveVersionsAndCommentsToTell) {
     const std::tuple<const char*, const char*, int> kVersions[] = {
-        {"5.0.2195.1620", " 5.0.2195.1620.9\n", 0},  // four fields count
-        {"5.10", "5.9.9.9", 1},                      // as numbers, the first difference
-        {"6.0.0 7.7", "6.0.0.7", -1},                // nothing behind a blank
-        {"6.12a", "6.12.0.x", 0},
+        {"5.0.2195.1620", " 5.0.2195.1620.9\n", 0},  // only four fields count
+        {"5.0.0.2", "5.0.0.1", 1},                   // but all of them
+        {"5.10", "5.9.9.9", 1},                      // as numbers, up to the first difference
+        {"6.0.0 7.7", "6.0.0.7", -1},                // without what follows a blank
+        {"6.12a", "6.12.0.x", 0},                    // a field that is no number is 0
     };
-    for (const auto& [a, b, order] : kVersions)
-        EXPECT_EQ(joined({order, -order}), joined({CMyFileIO::CompareFileVersion(a, b),
-                                                   CMyFileIO::CompareFileVersion(b, a)}));
-    for (const char* line : {"; x", " \t# x", "// x", ";"}) EXPECT_TRUE(CMyFileIO::IsComment(line));
-    for (const char* line : {"/ x", "/", "x ;", ""}) EXPECT_FALSE(CMyFileIO::IsComment(line));
+    for (const auto& [first, second, order] : kVersions) {
+        EXPECT_EQ(order, CMyFileIO::CompareFileVersion(first, second)) << first;
+        EXPECT_EQ(-order, CMyFileIO::CompareFileVersion(second, first)) << first;
+    }
+    for (const char* line : {"; x", " \t# x", "// x"})
+        EXPECT_TRUE(CMyFileIO::IsComment(line)) << line;
+    for (const char* line : {"/ x", "x ;", ""}) EXPECT_FALSE(CMyFileIO::IsComment(line)) << line;
 }

@@ -3,50 +3,88 @@
 
 using namespace std::string_literals;
 
+namespace {
+struct Lookup {
+    std::string document;
+    const char* section;
+    const char* key;
+    CString value;
+};
+const Lookup kLookups[] = {
+    {"[Size]\nType = MT01", "sIZE", "TYPE", "MT01"},              // case; no line end at the end
+    {"\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw"},               // CRs and NULs vanish
+    {"\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K", "\"a  b\""},  // blanks around all names
+    {"[S]\nK =\f a=b ; # d\v\n", "S", "K", "\f a=b ; # d\v"},     // all that stays
+    {"[S]\n;K = 1\n", "S", ";K", "absent"},                       // a comment
+    {"[S]\n# K = 1\n", "S", "# k", "1"},                          // which only ";" begins
+    {"[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},             // the first entry
+    {"[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},               // the first section only
+    {"[S]\n[\nK = v\n", "S", "K", "absent"},                      // any header ends it
+    {"K = v\n[S]\nK = w\n", "", "K", "v"},                        // above the first header
+    {"[]\nK = v\n", "", "K", "absent"},                           // nobody can ask for this one
+    {"[S\nK = v\n", "S", "K", "v"},                               // an unclosed header
+    {"[S]]\nK = v\n", "S]", "K", "absent"},                       // the first "]" ends a name
+    {"[S]\na=b = v\n", "S", "a=b", "absent"},                     // the first "=" ends a key
+    {"[S]\nK = v\n", "S", "K ", "absent"},                        // a request is not trimmed
+    {"[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},           // whole names only
+    {"[S]\nK@ = v\n", "S", "K`", "absent"},                       // only letters have a case
+    {"[S]\n\xC4 = v\n", "S", "\xE4", "absent"},                   // of ASCII
+};
+
+struct Number {
+    const char* key;
+    int number;
+};
+const Number kNumbers[] = {{"N", -12}, {"W", 0}, {"L", 2147483647}, {"none", -7}};
+}  // namespace
+
 TEST(IniLookup, FollowsTheSyntax) {
-    const std::string large(1 << 20, 'v'), nothing(1 << 16, '\0');  // more than is read at once
-    // The document, a section, keys with "|" between them, and their values with "|" behind each.
-    const std::tuple<std::string, CString, CString, std::string> kLookups[] = {
-        {"[System]\nType = MT01", "sYSTEM", "TYPE", "MT01|"},  // case; no line end at the end
-        {"\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw|"},       // CRs and NULs vanish
-        {"\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K", "\"a  b\"|"},  // blanks around all names
-        {"[S]\nK =\f v\v\nL = a=b ; # d\n", "S", "K|L", "\f v\v|a=b ; # d|"},  // all that stays
-        {"[S]\n  ;K = 1\n# K = 1\n// K = 2\n", "S", ";K|# k", " -|1|"},        // only ";" comments
-        {"[S]\n\nK\n \t\nK = v\n", "S", "K", "v|"},   // blank and bare lines pass
-        {"[S]\n[T]\n[S]\nK = v\n", "S", "K", " -|"},  // the first section only
-        {nothing + "[S]\nK = " + large + "\nL = 1\n", "S", "K|L", large + "|1|"},
-        {"[S]\nk = 1\nK = 2\n[\nL = v\n", "S", "K|L", "1| -|"},  // the first entry, up to any "["
-        {"K = 0\n[S]\nL = 1\n", "", "K|L", "0| -|"},             // above the first header
-        {"[]\nK = v\n", "", "K", " -|"},                         // cannot be selected
-        {"[S\nK = v\n", "S", "K", "v|"},                         // unclosed
-        {"[S]]\nK = v\n", "S]", "K", " -|"},                     // the first "]" ends a name
-        {"[S]\nK = v\na=b = v\n = v\nL =\n", "S", "K |a=b||L", " -| -|v||"},  // not trimmed
-        {"[ST]\nK = v\n[S]\nKL = v\n", "S", "K", " -|"},                      // whole names only
-        {"[S]\nK@ = 1\n\xC4 = 2\n", "S", "K`|\xE4", " -| -|"}};  // only ASCII letters have a case
     const ScratchFolder folder;
-    for (const auto& [document, section, keys, values] : kLookups) {
-        CIniFile ini(folder.file("a.ini", document).c_str());
-        std::string read;
-        for (unsigned i = 0; i < keys.GetNumberTokens("|"); ++i)
-            read += joined({ini.ReadString(section, keys.GetToken(i, "|"), " -"), ""});
-        EXPECT_EQ(values, read) << document.substr(0, 60);
+    for (const Lookup& row : kLookups) {
+        SCOPED_TRACE(row.document);
+        CIniFile ini(folder.file("a.ini", row.document).c_str());
+        EXPECT_EQ(row.value, ini.ReadString(row.section, row.key, "absent"));
     }
 }
 
-TEST(IniLookup, AnswersFromMemoryAndNeverWrites) {
+TEST(IniLookup, ReadsLinesOfAnyLength) {
+    const std::string large(1 << 20, 'v'), nothing(1 << 16, '\0');  // more than is read at once
     const ScratchFolder folder;
-    const std::string text = "N = -12x\r\n  W = word\nL = 4294967296";
-    const CString path = folder.file("a.ini", text).c_str();
-    CIniFile ini(path), missing(folder.path("none").c_str());
-    EXPECT_EQ("1|0|0|0", joined({ini.Exists(), missing.Exists(), ini.Flush(), missing.Flush()}));
-    EXPECT_EQ(text, readFile(path.c_str()));
-    std::filesystem::remove(path.c_str());
+    CIniFile ini(folder.file("a.ini", nothing + "[S]\nK = " + large + "\nL = 1\n").c_str());
+    EXPECT_EQ(large.c_str(), ini.ReadString("S", "K"));
+    EXPECT_EQ("1", ini.ReadString("S", "L"));
+}
+
+TEST(IniLookup, ReadsNumbers) {
+    const ScratchFolder folder;
+    CIniFile ini(folder.file("a.ini", "N = -12x\nW = word\nL = 4294967296").c_str());
+    for (const Number& row : kNumbers)
+        EXPECT_EQ(row.number, ini.ReadInteger("", row.key, -7)) << row.key;
+    EXPECT_EQ(0, ini.ReadInteger("", "none"));
+}
+
+TEST(IniLookup, FindsTheNextNumberedEntry) {
+    const ScratchFolder folder;
+    const char* const entries = "[S]\nK.7=\nL.3 =\n;K.1=\nK.02=\nK.=\n.4=\nK5=\nK.2147483648=\n";
+    CIniFile ini(folder.file("a.ini", entries).c_str());
+    EXPECT_EQ(3, ini.FindNumber("S", 0));
+    EXPECT_EQ(4, ini.FindNumber("S", 4));
+    EXPECT_EQ(7, ini.FindNumber("S", 5));
+    EXPECT_EQ(-1, ini.FindNumber("S", 8));
+    EXPECT_EQ(-1, ini.FindNumber("T", 0));
+}
+
+TEST(IniLookup, AnswersFromMemory) {
+    const ScratchFolder folder;
+    const std::string path = folder.file("a.ini", "K = v\n[S]");
+    CIniFile ini(path.c_str());
+    EXPECT_TRUE(ini.Exists());
+    std::filesystem::remove(path);
     CString line;
-    EXPECT_EQ("0|0|1", joined({ini.Exists(), missing.Exists(), ini.FindItem("", "W", line)}));
-    EXPECT_EQ("W = word", line);  // the whole of it
-    // No number is 0, not the fallback; one that is too large is the nearest int.
-    EXPECT_EQ("-12|0|2147483647|-7|0|",
-              joined({ini.ReadInteger("", "N"), ini.ReadInteger("", "W", 7),
-                      ini.ReadInteger("", "L"), ini.ReadInteger("", "X", -7),
-                      ini.ReadInteger("", "X"), missing.ReadString("", "N")}));
+    EXPECT_FALSE(ini.Exists());
+    EXPECT_TRUE(ini.FindItem("", "K", line));
+    EXPECT_EQ("K = v", line);  // the whole line
+    EXPECT_FALSE(ini.FindItem("T", "K", line));
+    EXPECT_EQ("[S]", line);  // the last line visited
+    EXPECT_EQ(" d ", ini.ReadString("T", "K", " d "));
 }

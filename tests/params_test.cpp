@@ -1,56 +1,83 @@
 #include "support.h"
 #include "util/CLParams.h"
 
-// The entries, each a kind (s: switch, p: parameter, q: path, ?: none), "!" when required, and a
-// name; the arguments; the result, the characters, and the values, "-" for what is not found.
-TEST(Params, AreParsedAndAskedFor) {
-    const std::tuple<CString, CString, int, int, const char*> kParses[] = {
-        {"p!/o:|s:/v|q:", "/O:a|b|/v|\"My|D\"", 0, 4 + 7 + 3 + 7, "a b||\"My D\"|"},
-        {"s:/v|s!/r", "/v", 1, 4 + 3, "|-|"},                  // one is missing
-        {"q:|s:/v", "/v|/V", 0, 4 + 3 + 3, "/V||"},            // each matches once
-        {"s:/v|p:-p", "/v|-p|a|/v", 0, 4 + 3 + 8, "| a /v|"},  // what is found ends no value
-        {"s:/v|p:-p", "-P1| ||/V", 0, 4 + 3 + 6, "|1  |"},     // what is not found does
-        {"p:-p|q:-q", "-p1|-q2", 0, 4 + 4 + 4, "1|2|"},
-        {"q:-q|s:/v", "-q\"a|/v", 0, 4 + 5 + 3, "\"a||"},        // even inside quotes
-        {"q:-q|q:", "-qa|\"b\"c|d", 1, 4 + 4 + 5, "a|\"b\"c|"},  // outside, a value is one argument
-        {"s:/vv|p:/v", "/VV", 0, 4 + 4, "|-|"},                  // in the order of declaration
-        {"s:/v", "/vx", 1, 4, "-|"},  // a switch is equal, not begun with
-        {"?:-|s!/v", "/v", 2, 4, "-|-|"},
-        {"s:/v|?:-", "/v", 0, 4 + 3, "|-|"}};  // never examined
-    for (const auto& [entries, arguments, expected, characters, found] : kParses) {
+namespace {
+constexpr auto kSwitch = CCLParams::CLSwitch;
+constexpr auto kParam = CCLParams::CLParam;
+constexpr auto kPath = CCLParams::CLPathParam;
+constexpr auto kNone = CCLParams::CLNone;
+
+struct Entry {
+    CCLParams::CLParamModes mode;
+    const char* name;
+    const char* value;  // null: not found
+    bool isRequired = false;
+};
+
+struct Parse {
+    std::vector<Entry> entries;
+    std::vector<const char*> arguments;
+    int result;
+    int characters;  // behind the 4 of the program's name
+};
+const Parse kParses[] = {
+    // A value goes on over arguments up to a switch, a path only in quotes.
+    {{{kParam, "/o:", "a b", true}, {kSwitch, "/v", ""}, {kPath, "", "\"My D\""}},
+     {"/O:a", "b", "/v", "\"My", "D\""},
+     0,
+     7 + 3 + 7},
+    // An entry is found once, and ends no value then.
+    {{{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}}, {"/v", "-p", "a", "/v"}, 0, 3 + 8},
+    // An argument of one blank is the blank that joins the next one.
+    {{{kSwitch, "/v", ""}, {kParam, "-p", "1  "}}, {"-P1", " ", "", "/V"}, 0, 3 + 6},
+    // A switch ends a value even in quotes, and is no path.
+    {{{kPath, "", "\"a"}, {kSwitch, "/v", ""}}, {"\"a", "/v"}, 0, 3 + 3},
+    // A switch equals its argument. What nothing accepts ends the parse.
+    {{{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}}, {"-qa", "/vx", "/v"}, 1, 4},
+    {{{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}}, {"/v"}, 1, 3},
+    // An entry of no mode is an error only when it is asked.
+    {{{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}}, {"/v"}, 2, 0},
+    {{{kSwitch, "/v", ""}, {kNone, "-", nullptr}}, {"/v"}, 0, 3},
+};
+}  // namespace
+
+TEST(Params, AreParsed) {
+    for (Parse row : kParses) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
         CCLParams params;
-        const unsigned total = entries.GetNumberTokens("|");
-        for (unsigned i = 0; i < total; ++i) {
-            const CString entry = entries.GetToken(i, "|");
-            const int mode = CString("?spq").Find(entry.Left(1));
-            EXPECT_TRUE(params.Add(entry.Mid(2, 0), static_cast<CCLParams::CLParamModes>(mode),
-                                   entry[1] == '!'));
+        for (const Entry& entry : row.entries)
+            EXPECT_TRUE(params.Add(entry.name, entry.mode, entry.isRequired));
+        row.arguments.insert(row.arguments.begin(), "/usr/bin/tool.exe");
+        const int argc = static_cast<int>(row.arguments.size());
+        EXPECT_EQ(row.result, params.Parse(argc, row.arguments.data(), false));
+        EXPECT_EQ(4 + row.characters, params.GetNumberOfCommandLineCharacters());
+        unsigned position = 0;
+        for (const Entry& entry : row.entries) {
+            CString value;
+            EXPECT_EQ(entry.value != nullptr, params.GetValue(++position, value)) << entry.name;
+            EXPECT_EQ(entry.value ? entry.value : "", value) << entry.name;
         }
-        std::vector<const char*> argv = {"/usr/bin/tool.exe"};
-        std::vector<CString> words(arguments.GetNumberTokens("|"));
-        for (CString& word : words) {
-            word = arguments.GetToken(static_cast<unsigned>(argv.size()) - 1, "|");
-            argv.push_back(word.c_str());
-        }
-        const int result = params.Parse(static_cast<int>(argv.size()), argv.data(), false);
-        std::string values;
-        CString value;
-        for (unsigned i = 1; i <= total; ++i)
-            values += joined({params.GetValue(i, value) ? value : "-", ""});
-        EXPECT_EQ(joined({expected, characters, found}),
-                  joined({result, params.GetNumberOfCommandLineCharacters(), values.c_str()}));
     }
 }
 
-TEST(Params, MatchInTheirCaseAndByTheirExactName) {
+TEST(Params, AreFoundByTheirExactName) {
     CCLParams params;
-    for (const char* name : {"/v", "/V"}) params.Add(name, CCLParams::CLParam, false);
-    const char* argv[] = {"tool", "/Vx"};
+    for (const char* name : {"/v", "/V"}) params.Add(name, kParam, false);
+    const char* argv[] = {"tool", "/V1", "a"};
     CString value, none = "old";
-    EXPECT_EQ("0|1|x|0|0|0|", joined({params.Parse(2, argv, true), params.GetValue("/V", value),
-                                      value, params.GetValue("/v"), params.GetValue(0, none),
-                                      params.GetValue(3, none), none}));
+    EXPECT_EQ(0, params.Parse(3, argv, true));
+    EXPECT_FALSE(params.GetValue("/v"));
+    EXPECT_TRUE(params.GetValue("/V", value));
+    EXPECT_EQ("1 a", value);
+    EXPECT_FALSE(params.GetValue(0, none));
+    EXPECT_FALSE(params.GetValue(3, none));
+    EXPECT_EQ("", none);
     params.DeleteNodes();
-    EXPECT_EQ("0|1|2", joined({params.GetValue("/V"), params.MakeNewNode() != nullptr,
-                               params.Parse(2, argv, true)}));  // a node of no known mode
+    EXPECT_FALSE(params.GetValue("/V"));
+    EXPECT_NE(nullptr, params.MakeNewNode());
+    EXPECT_EQ(2, params.Parse(3, argv, true));  // it has no mode
+
+    int index = 1;
+    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value));
+    EXPECT_EQ(2, params.GetPathParam(index = 1, 3, argv, "/V", value));
 }

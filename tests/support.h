@@ -1,6 +1,6 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,17 +9,11 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <sstream>
 #include <string>
 
 #include "util/CString.h"
-
-/// The values as texts, with "|" between them: a row of results to compare at one glance.
-inline std::string joined(std::initializer_list<CString> values) {
-    std::string text;
-    for (const CString& value : values) (text += "|") += value.c_str();
-    return text.substr(1);
-}
 
 inline std::string readFile(const std::string& path) {
     std::ostringstream text;
@@ -44,9 +38,10 @@ private:
     std::string m_path = testing::TempDir() + "slotrpt-XXXXXX";
 };
 
-/// What a process printed, and how it ended: "status|standard error". A signal is negative.
+/// How a process ended, and what it printed. The status of one that a signal ended is negative.
 struct Outcome {
-    std::string out, end;
+    int status;
+    std::string out, err;
 };
 
 /// Runs the body in a process of its own, which its result ends. `input` is its standard input.
@@ -64,5 +59,5 @@ inline Outcome inChild(const std::function<int()>& body, const std::string& inpu
     int status = 0;
     waitpid(child, &status, 0);
     status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    return {readFile(out), std::to_string(status) + "|" + readFile(err)};
+    return {status, readFile(out), readFile(err)};
 }

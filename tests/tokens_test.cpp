@@ -1,59 +1,82 @@
 #include "support.h"
 
-TEST(Tokens, AreCountedFetchedAndParsed) {
-    const std::tuple<CString, const char*, const char*, unsigned> kLists[] = {
-        {" a , b ", ",", "a | b||", 2},  // the list is trimmed, its tokens are not
-        {"A;;B;", ";", "A||B|||", 4},    // empty ones count
-        {"a, b,c", ", ", "a|b,c||", 2},  // the separator is a text, not a set
-        {" \t\n", ";", "|", 0},
-        {"a;b", "", "|", 0}};
-    for (const auto& [list, separator, expected, total] : kLists) {
-        std::string tokens;
-        for (unsigned i = 0; i <= total; ++i) tokens += joined({list.GetToken(i, separator), ""});
-        EXPECT_EQ(joined({expected, total}),
-                  joined({tokens.c_str(), list.GetNumberTokens(separator)}));
+using testing::ElementsAre;
+
+TEST(Tokens, AreCountedAndFetched) {
+    const std::tuple<CString, const char*, std::vector<CString>> kLists[] = {
+        {" a , b ", ",", {"a ", " b"}},           // the list is trimmed, its tokens are not
+        {";A;;B;", ";", {"", "A", "", "B", ""}},  // empty ones count
+        {"a, b,c", ", ", {"a", "b,c"}},           // the separator is a text, not a set
+        {" \t\n", ";", {}},
+        {"a;b", "", {}},
+    };
+    for (const auto& [list, separator, tokens] : kLists) {
+        SCOPED_TRACE(list);
+        EXPECT_EQ(tokens.size(), list.GetNumberTokens(separator));
+        for (unsigned i = 0; i <= tokens.size(); ++i)
+            EXPECT_EQ(i < tokens.size() ? tokens[i] : "", list.GetToken(i, separator)) << i;
     }
-    CString list = " A ; ;B\t;C;D", out[4] = {"", "", "", "kept"};
-    const unsigned parsed = list.ParseTokens(out, 3, ";");
-    EXPECT_EQ("3|A||B|kept|C|4|C|0",
-              joined({parsed, out[0], out[1], out[2], out[3], list.StrTok(),
-                      list.ParseTokens(out, 4, ";"), out[3], list.ParseTokens(out, 0, ";")}));
+}
+
+TEST(Tokens, AreParsedTrimmed) {
+    CString list = " A ; \t;B\n", out[4] = {"", "", "", "kept"};
+    EXPECT_EQ(3U, list.ParseTokens(out, 4, ";"));
+    EXPECT_THAT(out, ElementsAre("A", "", "B", "kept"));
+    EXPECT_EQ(0U, list.ParseTokens(out, 0, ";"));
+    CString parts[2] = {"a;b;c"};  // the list is the first to be overwritten
+    EXPECT_EQ(2U, parts[0].ParseTokens(parts, 2, ";"));
+    EXPECT_THAT(parts, ElementsAre("a", "b"));
+    EXPECT_EQ("c", parts[0].StrTok());  // a walk goes on behind them
 }
 
 TEST(Tokens, AreWalkedOverASnapshot) {
     CString list = "a;; b";
-    EXPECT_EQ("|a|a;; b||a", joined({list.StrTok(), list.StrTok(";"), list.StrTok("="),
-                                     list.StrTok(), list.StrTok(";")}));
+    EXPECT_EQ("", list.StrTokIt());  // no walk yet
+    EXPECT_EQ("a", list.StrTok(";"));
     CString copy = list;
+    EXPECT_EQ("", copy.StrTok());  // a walk is not copied
     list = "k:v:w";
-    EXPECT_EQ(
-        "|| b||k:v:w",  // a walk is not copied
-        joined({copy.StrTok(), list.StrTok(), list.StrTok(), list.StrTok(), list.StrTok("")}));
-    EXPECT_EQ("k:|v:w|v:w|k:v:w|", joined({list.StrBreak(":"), list.StrBreak(), list.StrBreak(),
-                                           list.StrBreak("="), list.StrBreak()}));
-    CString parts[2] = {"a;b;c;d"};  // the list is the first to be overwritten
-    EXPECT_EQ("2|a|b|b|c|d", joined({parts[0].ParseTokens(parts, 2, ";"), parts[0], parts[1],
-                                     parts[0].StrTokIt(), parts[0].StrTok(), parts[0].StrBreak()}));
+    for (const char* token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
+    EXPECT_EQ("k:v:w", list.StrTok(""));
+    EXPECT_EQ("k:", list.StrBreak(":"));
+    for (int i = 0; i < 2; ++i) EXPECT_EQ("v:w", list.StrBreak());
+    EXPECT_EQ("k:v:w", list.StrBreak("="));
+    EXPECT_EQ("", list.StrBreak());
 }
 
-TEST(Tokens, AreFoundInsertedAndSorted) {
-    const auto find = [](CString list, CString token) { return list.FindToken(token, ","); };
-    EXPECT_EQ("2|3|2|4|-1|-1|-1|0",  // an empty separator is found at once
-              joined({find("  a,b", "b"), find("ba,a", "a"), find("a,,b", ""), find("a,b,", ""),
-                      find("a, b", "b"), find("a,B", "b"), find("", ""),
-                      CString("a").FindToken("x", "")}));
-    const auto insert = [](CString list, CString token, CString before) {
+TEST(Tokens, AreFoundAsTheyAre) {
+    const std::tuple<CString, const char*, int> kFound[] = {
+        {"  a,b", "b", 2},  // in the trimmed list
+        {"a,b", "a", 0},   {"ba,a", "a", 3}, {"a,b,", "", 4},
+        {"a, b", "b", -1}, {"a,B", "b", -1}, {"", "", -1},
+    };
+    for (const auto& [list, token, position] : kFound) {
+        EXPECT_EQ(position, list.FindToken(token, ",")) << list;
+        EXPECT_EQ(position >= 0, list.IsToken(token, ",")) << list;
+    }
+    EXPECT_EQ(0, CString("a").FindToken("x", ""));  // an empty separator is found at once
+}
+
+TEST(Tokens, AreInsertedBeforeAnother) {
+    const std::tuple<CString, const char*, const char*, CString> kInserted[] = {
+        {"a,c", "b", "C", "a,b,c"},  // in any case
+        {"a,c", "b", "z", "a,c,b"}, {"a", "b", "", "b,a"},
+        {"", "b", "", "b"},         {"a,b", "", "b", "a,b"},
+    };
+    for (auto [list, token, before, expected] : kInserted) {
         list.InsertToken(token, before, ",");
-        return list;
+        EXPECT_EQ(expected, list);
+    }
+}
+
+TEST(Tokens, AreSorted) {
+    const std::pair<CString, CString> kSorted[] = {
+        {"pear,Fig,apple,fig", "Fig,apple,fig,pear"},
+        {" b,,a c,a b,b,A ", "A,a b,a c,b,b"},  // empty ones go, blanks inside stay
+        {",", ","},
     };
-    EXPECT_EQ("a,b,c|a,c,b|b,c,a|b,a|b|a,b",  // found in any case
-              joined({insert("a,c", "b", "C"), insert("a,c", "b", "z"), insert("c,a", "b", "c"),
-                      insert("a", "b", ""), insert("", "b", ""), insert("a,b", "", "b")}));
-    const auto sort = [](CString list) {
+    for (auto [list, expected] : kSorted) {
         list.SortTokens(",");
-        list.AddToken("", "; ");  // an empty token adds the separator
-        return list;
-    };
-    EXPECT_EQ("Fig,apple,fig,pear; |A,a b,a c,b,b; |,; ",  // blanks inside count, empty tokens go
-              joined({sort("pear,Fig,apple,fig"), sort(" b,,a c,a b,b,A "), sort(",")}));
+        EXPECT_EQ(expected, list);
+    }
 }
