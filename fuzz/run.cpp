@@ -60,6 +60,7 @@ void bothWordSizesAgree(const std::string& report) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     std::filesystem::create_directories(kFolder);
+    std::filesystem::remove(kFolder + "server.ini");  // of a run before this one
     std::filesystem::create_symlink("ALPHA.ini", kFolder + "server.ini");
     return setenv("RWCD", fuzz::scratch("").c_str(), 1);
 }
