@@ -87,6 +87,7 @@ TEST(IniEdit, ReachesTheLinesFromTheFirst) {
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
     EXPECT_EQ(last, ini.GetFirstLine()->pPrev);
     ini.GetFirstLine()->pPrev = nullptr;  // before the first line, no link is asked for
+    EXPECT_EQ("absent", ini.ReadString("", "K", "absent"));  // nor does a lookup
     EXPECT_TRUE(ini.InsertLine(ini.GetFirstLine(), "above"));
 
     ini.DeleteLines();

@@ -93,7 +93,7 @@ public:
     CString getSystemDevices() const;  ///< Always "".
     CString getVideoDevices() const;
     CString getServiceProcessorDevices() const;
-    CString getCDROMDevices() const;  ///< Always "IDE".
+    CString getCDROMDevices() const;  ///< "IDE" once the lists are built.
     CString getAllDevices() const;
     CString getOnBoardDevices() const;
     /// Returns the list with the item appended, after a "," unless the list was empty.

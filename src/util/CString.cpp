@@ -17,7 +17,7 @@
 #include "util/Pool.h"
 
 namespace {
-// The scratch string in which every returned string is built.
+// The scratch string of the operations that return a new string.
 CString g_sBuffer;
 
 // The size of the buffer for a text of this length. A short text gets exactly what it needs, since

@@ -12,9 +12,8 @@
 /// "". If memory runs out, or a text would grow longer than INT_MAX, the process prints the fatal
 /// report and exits with status 1.
 ///
-/// Every operation that returns a CString builds the result in one scratch string, which all
-/// strings share, and returns a copy. The copy is independent, but two threads must not use strings
-/// at the same time.
+/// Many operations build their result in one scratch string, which all strings share, and return a
+/// copy. The copy is independent, but two threads must not use strings at the same time.
 ///
 /// A string is locked from GetBuffer(n) to ReleaseBuffer(). While it is locked, the caller owns the
 /// buffer, every operation that would change the text does nothing, and ToInt() returns 0.

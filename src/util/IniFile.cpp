@@ -140,7 +140,10 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
         p = findLine(p,
                      [&](const char* text) { return isEntryOf(name, text) && !isComment(text); });
     // Copies only the last line visited, not each of them.
-    line = p ? p->sLine : m_pFirstLine->pPrev->sLine;
+    const IniLineDef* last = p ? p : m_pFirstLine->pPrev;
+    if (!last)  // the first line may lack its link
+        for (last = m_pFirstLine; last->pNext;) last = last->pNext;
+    line = last->sLine;
     return isFound(p);
 }
 

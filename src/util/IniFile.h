@@ -107,7 +107,7 @@ public:
     /// Beware: it overwrites the file in place, so a failure leaves a shortened file.
     bool WriteIniFile(CString path);
 
-    // --- The list of lines ---
+    // --- The list of lines. None of these counts as an edit: Flush() does not write them. ---
 
     /// The first line, which the document keeps; null if it is empty. Follow pNext to the others.
     /// Beware: Flush() does not notice a text that is changed through these pointers.
