@@ -21,7 +21,20 @@ int complain(const CString& message) {
     return kCouldNotRun;
 }
 
-void printVersion() { std::puts(SLOTRPT_COMMAND " " SLOTRPT_VERSION); }
+int printHelp(const char* usage) {
+    std::fputs(usage, stdout);
+    return kFine;
+}
+
+int printVersion() {
+    std::puts(SLOTRPT_COMMAND " " SLOTRPT_VERSION);
+    return kFine;
+}
+
+int rejectArguments(const char* usage) {
+    std::fputs(usage, stderr);
+    return kCouldNotRun;
+}
 
 int runCommand(int (*command)(int argc, char* argv[]), int argc, char* argv[]) {
     std::atexit(endUnfinished);

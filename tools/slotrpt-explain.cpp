@@ -305,17 +305,11 @@ int run(int argc, char* argv[]) {
         CString::OutOfMemory();
     const bool isParsed = params.Parse(argc, argv, true) == CCLParams::kParsed;
     CString file;
-    if (params.GetValue(kHelp)) {
-        std::fputs(kUsage, stdout);
-    } else if (params.GetValue(kVersion)) {
-        printVersion();
-    } else if (isParsed && params.GetValue(kFile, file) && !file.IsEmpty()) {
-        return explain(params);
-    } else {
-        std::fputs(kUsage, stderr);
-        return kCouldNotRun;
-    }
-    return kFine;
+    if (params.GetValue(kHelp)) return printHelp(kUsage);
+    if (params.GetValue(kVersion)) return printVersion();
+    if (!isParsed || !params.GetValue(kFile, file) || file.IsEmpty())
+        return rejectArguments(kUsage);
+    return explain(params);
 }
 }  // namespace
 

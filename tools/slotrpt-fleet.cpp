@@ -389,17 +389,10 @@ int convertFolder(const CString& folder, int jobCount) {
 int run(int argc, char* argv[]) {
     const CString first = argc > 1 ? argv[1] : "";
     const int jobCount = argc == 3 ? jobCountOf(argv[2]) : processorCount();
-    if (first == "--help") {
-        std::fputs(kUsage, stdout);
-    } else if (first == "--version") {
-        printVersion();
-    } else if (argc <= 3 && !first.IsEmpty() && jobCount != 0) {
-        return convertFolder(first, jobCount);
-    } else {
-        std::fputs(kUsage, stderr);
-        return kCouldNotRun;
-    }
-    return kFine;
+    if (first == "--help") return printHelp(kUsage);
+    if (first == "--version") return printVersion();
+    if (argc > 3 || first.IsEmpty() || jobCount == 0) return rejectArguments(kUsage);
+    return convertFolder(first, jobCount);
 }
 }  // namespace
 
