@@ -63,8 +63,8 @@ public:
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;
     /// The path of the per-system file on the CD. Its name is the text after the first "_" of the
-    /// system keyword, or that text in lower case if no such file can be read. "" if neither can be
-    /// read, or the keyword has no "_".
+    /// system keyword and ".ini", or the same in lower case if no such file can be opened. "" if
+    /// neither can be opened, or the keyword has no "_".
     CString getSysINIPathName() const;
     /// Gives the two paths that getSysINIPathName() tries, in that order. Returns false, and leaves
     /// both unchanged, if the system keyword has no "_".

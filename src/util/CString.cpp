@@ -115,7 +115,7 @@ void CString::release() {
 }
 
 // Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
-// Allocates only when the result does not fit into the buffer.
+// Keeps the buffer if the buffer of a text as long as the present one has room for the result.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();

@@ -8,9 +8,9 @@
 /// An owned, NUL-terminated byte string with value semantics: no encoding, no embedded NULs.
 ///
 /// Positions and lengths are in bytes. Positions start at 0. No operation reports an error: "not
-/// found" is -1, a position out of range is clamped or gives NUL or "", and a null text counts as
-/// "". If memory runs out, or a text would grow longer than INT_MAX, the process prints the fatal
-/// report and exits with status 1.
+/// found" is -1, and a position out of range is clamped or gives NUL or "". A null text counts as
+/// "", except in comparisons. If memory runs out, or a text would grow longer than INT_MAX, the
+/// process prints the fatal report and exits with status 1.
 ///
 /// Many operations build their result in one scratch string, which all strings share, and return a
 /// copy. The copy is independent, but two threads must not use strings at the same time.
@@ -83,15 +83,15 @@ public:
     friend CString operator+(const char* left, const CString& right);
     friend CString operator+(const CString& left, char right);
     friend CString operator+(char left, const CString& right);
-    char* RepeatChar(char c,
-                     unsigned n);  ///< The string becomes `n` copies of `c`. Returns its text.
+    /// The string becomes `n` copies of `c`. Returns its text.
+    char* RepeatChar(char c, unsigned n);
     void Empty() {
         if (lockedLength == 0) release();
     }
 
     // --- Comparison, byte by byte. A null text comes before every string and equals none. ---
 
-    // By reference, so that a string is read after every operand of the expression was evaluated.
+    // By reference: an operand may still change a string while the expression is evaluated.
     friend bool operator==(const CString& a, const CString& b) { return a == b.buffer; }
     friend bool operator==(const CString& a, const char* b) { return order(a.buffer, b) == 0; }
     friend bool operator==(const char* a, const CString& b) { return order(a, b.buffer) == 0; }
@@ -188,11 +188,13 @@ public:
     int Find(CString sub, unsigned n) const;
     int ReverseFind(CString sub) const;  ///< Position of the last occurrence.
     bool IsSubstring(CString sub) const;
-    bool StartsWith(CString s) const;                 ///< False for "".
-    bool EndsWith(CString s) const;                   ///< False for "".
-    unsigned GetNumberOccurances(CString sub) const;  ///< Counts no overlapping occurrences.
+    bool StartsWith(CString s) const;  ///< False for "".
+    bool EndsWith(CString s) const;    ///< False for "".
+    /// How often `sub` occurs, counted from the left without overlaps. 0 for "".
+    unsigned GetNumberOccurances(CString sub) const;
 
-    // --- Trimming removes all characters of `set` from an end. Returns the text; "" if locked. ---
+    // --- Trimming removes the characters at an end that are in `set`. Returns the text; "" if the
+    // string is locked, and then removes nothing. ---
 
     const char* TrimLeft(CString set);
     const char* TrimRight(CString set);
@@ -208,24 +210,27 @@ public:
     CString Right(unsigned n) const;  ///< The last `n` characters.
     /// The same as Mid(). A start above INT_MAX counts as 0.
     CString Substring(unsigned start, unsigned count) const;
-    bool RemoveSubstring(CString sub);  ///< Removes the first occurrence. Returns if there was one.
+    bool RemoveSubstring(CString sub);  ///< Removes the first occurrence. False if there is none.
     void operator-=(const CString& sub) { RemoveSubstring(sub); }
     void operator-=(const char* sub) { RemoveSubstring(sub); }
 
     // --- Tokens are the parts of the text between separators. A separator is a whole string. ---
 
     /// Starts a token walk over a copy of the text and returns the first token, untrimmed. The
-    /// string keeps the walk until the next one starts, ReleaseBuffer() is called, or the string is
-    /// destroyed. A copy of the string does not have the walk.
+    /// string has one walk. It keeps it until StrTok(sep), StrBreak(sep) or ParseTokens() starts
+    /// the next one, ReleaseBuffer() is called, or the string is destroyed. A copy of the string
+    /// does not have the walk.
     CString StrTok(CString sep);
     CString StrTok();    ///< The next token. Returns "" for an empty token and after the last one.
     CString StrTokIt();  ///< The step that both forms of StrTok() take.
-    CString StrBreak(CString sep);  ///< The text up to the first separator, with the separator.
-    CString StrBreak();             ///< The text behind what the last StrBreak(sep) returned.
+    /// Starts a walk and returns the text up to the first separator, with the separator; the whole
+    /// text if there is none.
+    CString StrBreak(CString sep);
+    CString StrBreak();  ///< The text that the walk has not reached yet. Takes no step.
     /// The number of tokens in the blank-trimmed text. 0 if the text or the separator is empty.
     unsigned GetNumberTokens(CString sep) const;
     /// Token `n`, counted from 0, of the blank-trimmed text. The token is not trimmed. "" if there
-    /// are not so many.
+    /// are not so many. Beware: counts separators that overlap, such as ";;" in ";;;", twice.
     CString GetToken(unsigned n, CString sep) const;
     /// Position in the blank-trimmed text of the first token equal to `token`, or -1. An empty
     /// separator gives 0.
@@ -237,12 +242,13 @@ public:
     /// `before` is empty, inserts at the start; if it is not found, appends. An empty token changes
     /// nothing. Beware: positions count in the trimmed text, so leading blanks shift the place.
     void InsertToken(CString token, CString before, CString sep);
-    /// Sorts the tokens in byte order and drops empty ones. Beware: tokens that differ only in case
-    /// may stay in the wrong order, since InsertToken() does not tell them apart.
+    /// Sorts the tokens in byte order and drops empty ones. If all are empty, the text stays.
+    /// Beware: tokens that differ only in case may stay in the wrong order, since InsertToken()
+    /// does not tell them apart.
     void SortTokens(CString sep);
     /// Stores up to `max` tokens, blank-trimmed, in `out` and returns how many it stored.
-    /// Leaves the other elements unchanged. Starts a token walk: StrTok() then returns the token
-    /// after the last one stored.
+    /// Leaves the other elements unchanged. If it stored a token, it starts a token walk: StrTok()
+    /// then returns the token after the last one stored.
     unsigned ParseTokens(CString* out, unsigned max, CString sep);
 
     // --- Case of ASCII letters. While locked, the forms that change the string return "". ---
@@ -256,10 +262,13 @@ public:
 
     // --- Paths as texts, without a look at the file system. Only '/' separates directories. ---
 
-    CString GetPath() const;  ///< The directory, without the '/' at its end. "" if there is none.
-    CString GetPath(CString path);  ///< The string becomes the directory of `path`. Returns a copy.
-    CString GetName()
-        const;  ///< The text after the last '/'. If there is no '/', after the first ':'.
+    /// The text before the last '/'. If there is no '/', the text before the first ':'. "" if there
+    /// is neither.
+    CString GetPath() const;
+    CString GetPath(CString path);  ///< The string becomes path.GetPath(). Returns a copy.
+    /// The text after the last '/'. If there is no '/', the text after the first ':'. The whole
+    /// text if there is neither.
+    CString GetName() const;
     /// Splits the blank-trimmed text into four parts, for example "C:", "/dir/sub/", "file",
     /// ".txt". An extension has at most three characters after its '.'. Always true.
     bool SplitPath(CString& drive, CString& directory, CString& name, CString& extension) const;
@@ -270,7 +279,8 @@ public:
     /// The string becomes directory and name, joined by AddPath(), and then the extension. Ignores
     /// the drive. Returns the text.
     const char* MakePath(CString drive, CString directory, CString name, CString extension);
-    /// Appends `part`, with exactly one '/' between unless a side is empty. Returns the text.
+    /// Appends `part`. If neither is empty, adds a '/' between them if both lack it, and drops one
+    /// if both have it. Returns the text.
     const char* AddPath(CString part);
     CString GetAbsolutePath() const;  ///< A copy of the text, unchanged.
 
@@ -296,7 +306,7 @@ private:
     void release();  // frees the text; the string is then empty
     void deleteTokenBuffers();
 
-    static char emptyText[1];  // shared by all empty strings, so that they allocate nothing
+    static char emptyText[1];  // the buffer of every string that holds no memory
 
     char* buffer = emptyText;   // never null
     unsigned lockedLength = 0;  // while locked, the n of GetBuffer(n); otherwise 0

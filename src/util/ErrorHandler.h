@@ -5,7 +5,7 @@
 ///
 /// It holds no data. Create one where the error occurs, and call ErrorHandler() once:
 ///
-///     CErrorHandler().ErrorHandler(CErrorHandler::ecWarn, CErrorHandler::ecFileOpen, path);
+///     CErrorHandler().ErrorHandler(CErrorHandler::ecWarn, CErrorHandler::ecFileOpen, "notes.txt");
 class CErrorHandler {
 public:
     /// One enumeration for both arguments of ErrorHandler(): the reaction and the kind of error.
@@ -33,8 +33,9 @@ public:
     virtual ~CErrorHandler() = default;
 
     /// Prints the message of `kind` with `detail`, which may be null, and then does what `reaction`
-    /// says. Returns only if the program is to go on. Cuts a message after 511 characters. With
-    /// ecAsk, reads a line from standard input: it means yes if it begins with y or Y. The end of
-    /// standard input means no. Never allocates.
+    /// says. Returns only if the program is to go on. Cuts a message after 511 characters. Needs no
+    /// memory to compose it. With ecAsk, reads the first line of standard input that is not blank.
+    /// The line means yes if its first character after white space is y or Y. The end of standard
+    /// input means no.
     void ErrorHandler(ErrorCodeDef reaction, ErrorCodeDef kind, const char* detail);
 };

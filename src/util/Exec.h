@@ -25,8 +25,8 @@ public:
     /// Replaces the process by the program of the command. Returns only on failure, with false. The
     /// command is split at spaces, without quoting, and each word is trimmed of CString::kBlanks.
     /// The first word names the program, which is searched on PATH if the word has no "/". Argument
-    /// 0 is the GetName() of that word. If the command is empty, or memory for the arguments runs
-    /// out, returns false and keeps the last error.
+    /// 0 is the GetName() of that word. If the command is empty, or memory for the argument
+    /// vector runs out, returns false and keeps the last error.
     bool Execute();
     bool Execute(CString command);  ///< Stores the command, then executes it.
 

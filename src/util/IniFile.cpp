@@ -44,7 +44,8 @@ inline const char* skipName(const char* text, std::string_view name) {
     return text;
 }
 
-// Whether a line can have this name. In a line, `end` ends a name and blanks around it are trimmed.
+// Whether a line can have this name. In a line, `end` ends a name and the blanks after it do not
+// count. Those before it are skipped or trimmed away, so a name that begins with one never matches.
 bool isName(std::string_view name, char end) {
     return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
 }
@@ -62,8 +63,9 @@ bool isEntryOf(std::string_view key, const char* line) {
     return rest && *rest == '=' && isName(key, '=');
 }
 
-// Moves `line` from the first line of the document to the first line of the section, or to null if
-// the header is the last line. Returns whether the section exists. The unnamed one always does.
+// Moves `line` from the first line of the document to the first line of the section. Moves it to
+// null if the header is the last line or there is no such section. Returns whether the section
+// exists. The unnamed one always does.
 bool enterSection(const CString& section, CIniFile::IniLineDef*& line) {
     if (section.IsEmpty()) return true;
     const std::string_view name = section.c_str();
@@ -232,7 +234,7 @@ bool CIniFile::addBareLine(IniLineDef* first, std::string_view text, bool bAllow
 
 // Adds a line to the section that ends before the header `nextHeader`, or at the end of the
 // document if that is null. The line goes before the section's trailing blank lines. If there are
-// none before a header, adds one.
+// none before a header, adds one. An empty text adds nothing.
 bool CIniFile::addToSection(IniLineDef* nextHeader, std::string_view text) {
     if (text.empty()) return true;
     if (!nextHeader) return insert(blanksAtEnd(), text);

@@ -22,14 +22,14 @@ class CMyFileIO;
 ///     CString name = ini.ReadString("Server", "Name", "unnamed");
 ///     int port = ini.ReadInteger("Server", "Port", 80);
 ///     ini.WriteString("Server", "Name", "alpha", false, false);
-///     if (ini.Flush()) complain();  // true means that the edits are still unsaved
+///     if (ini.Flush()) complain();  // true: the edits are still unsaved
 ///
 /// The syntax:
 /// - Carriage returns and NULs are ignored. Lines, names and values are trimmed of
-///   CString::kBlanks. The name in a request is not.
+///   CString::kBlanks. The section and the key that a caller asks for are not trimmed.
 /// - A line that begins with ";" is a comment. There are no other comments.
 /// - A line that begins with "[" is a section header. The name ends at the first "]". If there is
-///   none, it ends with the line.
+///   none, it ends with the line. The section ends at the next header.
 /// - Any other line with an "=" is an entry: the key is before the first "=", the value after it. A
 ///   value may hold ";", "=" and quotes, which have no meaning.
 /// - Names match without regard to the case of ASCII letters.
@@ -81,9 +81,9 @@ public:
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
     /// Sets an entry. If the section has the key, changes the first such entry. Otherwise adds the
-    /// entry at the end of the section, before its trailing blank lines. Adds a missing section
-    /// after the last line that is not blank, with a blank line between. `bAllowDuplicate` is for
-    /// an empty key.
+    /// entry at the end of the section, before its trailing blank lines. If there are none before
+    /// the next header, adds one. Adds a missing section after the last line that is not blank,
+    /// with a blank line between. `bAllowDuplicate` matters only if the key is empty.
     bool WriteString(CString section, CString key, CString value, bool bAllowDuplicate,
                      bool bFlush);
     /// Adds a line without a key to the section, or above the first header. If `bAllowDuplicate` is
@@ -94,8 +94,8 @@ public:
     bool WriteInteger(CString section, CString key, int value, bool bAllowDuplicate);
     bool WriteInteger(CString section, CString key, int value);
     /// The edit behind all of the above. With an empty key and value, it only adds a missing
-    /// section. Beware: edits treat comments like other lines, so an entry may be found in a
-    /// comment. Returns false if memory for a line runs out; lines added before that stay.
+    /// section. Beware: edits treat comments like other lines, so the key ";K" finds the line
+    /// ";K = 1". Returns false if memory for a line runs out; lines added before that stay.
     bool WriteIt(CString section, CString key, CString value, bool bAllowDuplicate, bool bFlush);
 
     // --- Writing back ---
@@ -103,21 +103,24 @@ public:
     /// Saves the edits, if there are any. Returns true if edits are STILL UNSAVED, false if not.
     bool Flush() { return WriteIniFile(); }
     bool WriteIniFile();  ///< The same as Flush().
-    /// Writes all lines to `path`, each with a line feed. Returns whether it wrote them all.
-    /// Beware: it overwrites the file in place, so a failure leaves a shortened file.
+    /// Writes all lines to `path`, each with a line feed. Returns whether it wrote them all. The
+    /// edits still count as unsaved, even if `path` is the document's own file. Beware: it
+    /// overwrites the file in place, so a failure leaves a shortened file.
     bool WriteIniFile(CString path);
 
     // --- The list of lines. None of these counts as an edit: Flush() does not write them. ---
 
-    /// The first line, which the document keeps; null if it is empty. Follow pNext to the others.
-    /// Beware: Flush() does not notice a text that is changed through these pointers.
+    /// The first line; null if the document has no lines. Follow pNext to the others. The document
+    /// owns the lines and relies on their links. A text that is changed through these pointers must
+    /// stay trimmed, and does not count as an edit.
     IniLineDef* GetFirstLine() const { return m_pFirstLine; }
     /// Appends the lines of a file, as the constructor does. Returns false if the file cannot be
     /// opened or memory for its lines runs out. A read error counts as the end of the file. A pipe
     /// or device is not opened: it counts as an empty file.
     bool ReadIniFile(CString path);
     /// Appends a line, trimmed. If memory for its record runs out, prints a warning on standard
-    /// error and returns false. If memory for its text runs out, that is fatal, as for any string.
+    /// error and returns false. Also returns false if the pPrev of the first line is null. If
+    /// memory for its text runs out, that is fatal, as for any string.
     bool AddLine(CString text);
     /// Inserts a line, trimmed, before the line `before` of this document. If `before` is null or
     /// the document is empty, calls AddLine(). Returns false if memory for the record runs out, or

@@ -15,8 +15,8 @@ namespace {
 std::FILE* openStream(const CString& path, const CString& mode) {
     std::FILE* file = std::fopen(path.c_str(), mode.c_str());
     if (!file && errno == ENOMEM) CString::OutOfMemory();
-    // Line by line: if the system refuses a line, the write itself must fail. With a full buffer
-    // only closing would, and its result is not looked at.
+    // Line by line: if the system refuses a line, the write itself must fail. With a larger buffer,
+    // only closing the file would fail, and nobody looks at that result.
     const bool writesText = (mode[0] != 'r' || mode.IsSubstring("+")) && !mode.IsSubstring("b");
     if (file && writesText) std::setvbuf(file, nullptr, _IOLBF, 0);
     return file;

@@ -8,8 +8,9 @@
 ///
 /// The object owns its stream and closes it in its destructor. Failures are results; the class
 /// prints nothing. The modes are those of fopen, and everything that fopen opens can be used,
-/// including pipes and devices. Opening a pipe waits for its other end. A folder reads as an empty
-/// file. Text is written line by line: a line counts as written when the system has accepted it.
+/// including pipes and devices. Opening a pipe only for reading, or only for writing, waits for its
+/// other end. A folder reads as an empty file. Text is written line by line: a line counts as
+/// written when the system has accepted it.
 ///
 ///     CMyFileIO file;
 ///     CString line;
@@ -48,12 +49,13 @@ public:
     /// a locked `line` keeps its text, and the result says whether that is empty. Use IsEOF() then.
     bool ReadString(CString& line);
     /// Reads up to `size` bytes and removes carriage returns and NULs. Does not add a NUL. Returns
-    /// how many bytes are left. 0 means the end of the file, a read error, or a `size` of 0.
+    /// how many bytes are left. 0 means the end of the file, a read error, a `size` of 0, or that
+    /// no file is open.
     unsigned ReadBlock(char* block, unsigned size);
     /// Whether a read has reached the end of the file, or no file is open. Still false when the
     /// last line was read with its line feed: only the next read reaches the end.
     bool IsEOF() const { return !m_bOpen || m_bEOF; }
-    bool Rewind();  ///< Goes back to the first line. False if no file is open.
+    bool Rewind();  ///< Goes back to the start of the file. False if no file is open.
 
     // --- Writing. False if no file is open or the system refuses the text. ---
 
@@ -66,9 +68,11 @@ public:
     bool Exists() const { return Exists(m_sFileName); }
     /// Whether the file can be opened for reading. Never waits, not even for the writer of a pipe.
     static bool Exists(CString name);
-    bool DeleteFile();  ///< Closes the object's file if it is open, then removes it.
+    /// Closes the object's file if it is open, then removes it. Returns whether this call removed
+    /// it: false for an open temporary file, which closing has removed already.
+    bool DeleteFile();
     static bool DeleteFile(CString name);
-    /// Copies byte for byte up to the end of the source, and creates or replaces the target.
+    /// Copies byte for byte up to the end of the source, and creates or overwrites the target.
     /// Returns false if one of the files cannot be opened. Does not notice errors while writing; a
     /// read error counts as the end. If both names are the same file, leaves it unchanged.
     static bool CopyFile(CString source, CString target);

@@ -8,8 +8,8 @@
 /// Allocates the many small blocks of a document: its line records and their short texts.
 ///
 /// Small blocks cost less here than from malloc: no byte is spent around a block, and a freed block
-/// is the next one of its size to be given out. The pool returns its memory to the system when no
-/// small block is in use. Larger blocks come from malloc. Under an address sanitizer all blocks do,
+/// is the next one of its size to be given out. The pool frees its memory when no small block is in
+/// use. Larger blocks come from malloc. Under an address sanitizer all blocks do,
 /// since it would not see an overrun inside the pool.
 ///
 /// All code is in this header, so a source that uses the pool links alone.
