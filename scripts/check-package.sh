@@ -8,7 +8,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
-need debootstrap
+need mmdebstrap
 
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
@@ -55,11 +55,8 @@ for package in build/package/*.deb; do
 done
 
 root=$work/debian
-debootstrap --variant=minbase bookworm "$root" >"$work/log" || {
-    cat "$work/log" >&2
-    exit 1
-}
-names() { find "$root" -xdev | sort; }
+mmdebstrap --quiet --variant=essential bookworm "$root"
+names() { find "$root" -xdev ! -path '*/var/log/dpkg.log' | sort; }
 chroot "$root" dpkg --add-architecture i386
 cp build/package/*.deb "$root"
 canRun32 || addEmulator "$root"
