@@ -66,8 +66,8 @@ Entry* Entries::append(int number) {
     return entry;
 }
 
-// Finds the adapters of the entry: one, or none. A gap has one for each of its entries, or none:
-// all of them read as zeros.
+// Finds the adapter of the entry, if it has one. All entries of a gap read as zeros, so either each
+// of them has an adapter or none has.
 void Entries::label(Entry& entry) {
     const PCIDeviceItem zeros;
     const PCIDeviceItem& device = entry.device ? *entry.device : zeros;
@@ -92,8 +92,8 @@ void Entries::takeAdapter(Entry& entry) {
     nextAdapter = inventory.getNextDeviceFromList();
 }
 
-// Takes the name off the rest of the group. Whether it was the first one there: groups list their
-// adapters in the order of the inventory.
+// If the rest of the group begins with the name, takes the name off it and returns true. Only the
+// first name has to be compared: groups list their adapters in the order of the inventory.
 bool Entries::takeName(Group& group, const CString& name) {
     const std::size_t length = name.GetLength();
     if (std::strncmp(group.rest, name.c_str(), length) != 0) return false;

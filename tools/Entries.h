@@ -3,7 +3,7 @@
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 
-/// One entry of the detection file. Or a gap: entries in a row of which the file holds no key.
+/// One entry of the detection file, or a gap: consecutive entries of which the file holds no key.
 struct Entry {
     int first = 0;                    ///< The number of the entry, or of the first one in the gap.
     int last = 0;                     ///< The same, or the number of the last one in the gap.
@@ -12,7 +12,7 @@ struct Entry {
     const char* group = nullptr;             ///< The report's line for its type; null when none.
     CString vendorName;      ///< From the list of PCI IDs; "" when it was not looked up.
     CString deviceName;      ///< The same.
-    bool isPrinted = false;  ///< For the printer's use.
+    bool isPrinted = false;  ///< Whether the lines for the map already hold its pair of IDs.
     Entry* next = nullptr;
 
     Entry() = default;
@@ -44,17 +44,17 @@ public:
     /// Whether there are entries, and the report has an adapter for every entry in the file.
     bool areComplete() const { return total > 0 && named == total && firstBeyondTotal < 0; }
 
-    // How many entries there are. The total counts each as named, unnamed or missing.
+    // How many entries there are. Each entry of the total is named, unnamed or missing.
     int total = 0;
     int named = 0;
     int unnamed = 0;  ///< In the file, without a name.
     int missing = 0;  ///< Not in the file, and without a name.
     int onBoard = 0;
-    int firstBeyondTotal = -1;  ///< The number of the first one that is not below the total; or -1.
+    int firstBeyondTotal = -1;  ///< The first entry number that is not below the total, or -1.
 
 private:
-    // A line of the report's last section. As the adapters are walked, their names are taken off
-    // the rest.
+    // A line of the report's last section. `rest` is the part of `names` whose adapters have not
+    // been given to an entry yet.
     struct Group {
         const char* key;
         CString names;

@@ -38,7 +38,7 @@ constexpr long kNoID = -1;
 
 // A line "1a2b  Name" of the list, from its ID on.
 struct NamedID {
-    long id = kNoID;  // stays so when it is no such line
+    long id = kNoID;  // kNoID if the line has another form
     CString name;
 
     explicit NamedID(const char* line) {
@@ -51,7 +51,7 @@ struct NamedID {
     }
 };
 
-// Whether an entry has a device of this vendor.
+// Gives the vendor's name to the unnamed entries with its ID. Returns whether there are any.
 bool nameVendor(Entry* first, const NamedID& vendor) {
     bool isWanted = false;
     for (Entry* entry = first; entry; entry = entry->next) {
@@ -62,6 +62,7 @@ bool nameVendor(Entry* first, const NamedID& vendor) {
     return isWanted;
 }
 
+// Gives the device's name to the unnamed entries with this pair of IDs.
 void nameDevice(Entry* first, long vendorID, const NamedID& device) {
     for (Entry* entry = first; entry; entry = entry->next)
         if (entry->isUnnamed() && entry->device->vendorID == vendorID &&

@@ -9,6 +9,6 @@
 /// gives "class " and the code.
 CString classInWords(std::uint32_t classCode);
 
-/// Fills in the vendor and device names of the unnamed entries. They come from the list of PCI IDs
-/// at `path`, a file in the form of "pci.ids". Whether the file could be opened.
+/// Fills in the vendor and device names of the unnamed entries. The names come from the list of PCI
+/// IDs at `path`, a file in the form of "pci.ids". Returns whether the file could be opened.
 bool fillInNames(Entry* first, const CString& path);

@@ -10,7 +10,8 @@
 namespace {
 bool isFinished = false;
 
-// When memory runs out, the process exits with status 1, which means findings here.
+// If memory runs out, the process exits with status 1. For a command, 1 means findings, so this
+// handler replaces it.
 void endUnfinished() {
     if (!isFinished) std::_Exit(kCouldNotRun);
 }

@@ -6,7 +6,7 @@
 
 // Their exit statuses.
 constexpr int kFine = 0;
-constexpr int kFindings = 1;  ///< Or failures.
+constexpr int kFindings = 1;  ///< There are findings, or files that could not be converted.
 constexpr int kCouldNotRun = 2;
 
 /// Prints the message after the name of the command, on standard error. Returns kCouldNotRun.

@@ -23,8 +23,8 @@ constexpr const char* kUsage =
     "\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that has no name there\n"
-    "  --pci-ids=LIST  take the names of vendors and devices for that from LIST, not from\n"
-    "                  the pci.ids of this system\n"
+    "  --pci-ids=LIST  with --missing, take the names of vendors and devices from LIST,\n"
+    "                  not from the pci.ids of this system\n"
     "  --help          print this text\n"
     "  --version       print the version\n"
     "\n"
@@ -36,7 +36,8 @@ constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwda
 
 constexpr const char* kNone = "-";
 
-// Why the file cannot be read; "" when it can. A pipe or a device may have no end.
+// Why the file cannot be read; "" if it can. A pipe or a device is refused, since it may have no
+// end.
 CString whyUnreadable(const CString& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
@@ -156,7 +157,7 @@ CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory
            " in [PCIIDMap]: " + classInWords(entry.device->classCode);
 }
 
-// Whether the adapter is on-board. If not, the positions at which it would be.
+// Whether the adapter is on-board. If not, the positions that the per-system file lists for it.
 CString describeOnBoard(const PCIDevice& adapter, CIniFile& positions) {
     if (adapter.onBoard == "TRUE") return "yes";
     const CString listed = positions.ReadString(adapter.adapterName, "OnBoard");
@@ -251,7 +252,7 @@ void printLinesForMap(Entries& entries) {
     }
 }
 
-// Fills in the names from the given list. Without one, from the system's own, if there is one.
+// Fills in the names from the given list. If none is given, takes the list of the system, if any.
 void nameUnnamed(Entries& entries, const CString& listPath) {
     if (!listPath.IsEmpty()) {
         fillInNames(entries.getFirst(), listPath);

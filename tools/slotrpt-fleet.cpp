@@ -40,7 +40,7 @@ constexpr std::string_view kExtension = ".ini";
 
 // ---------------------------------------------------------------- The files and the converter
 
-// The names of the detection files in a folder, *.ini as a shell has it, in byte order.
+// The names of the detection files in a folder: those that *.ini matches in a shell, in byte order.
 class FileList {
 public:
     FileList() = default;
@@ -48,7 +48,7 @@ public:
     FileList(const FileList&) = delete;
     FileList& operator=(const FileList&) = delete;
 
-    // Whether the folder could be read to its end; errno says why not.
+    // Returns whether the folder could be read to its end. If not, errno says why.
     bool read(const CString& folder);
     std::size_t size() const { return m_size; }
     const CString& operator[](std::size_t i) const { return m_names[i]; }
@@ -91,7 +91,7 @@ void FileList::add(const char* name) {
 
 bool canRun(const CString& program) { return access(program.c_str(), X_OK) == 0; }
 
-// The path of the program in the first folder of PATH that has it; else the name itself.
+// The path of the program in the first folder of PATH that has it. If none has, the name itself.
 CString findOnPath(const CString& name) {
     CString folders = std::getenv("PATH");
     const unsigned total = folders.GetNumberTokens(":");
@@ -126,7 +126,7 @@ struct Job {
     pid_t process = 0;            // 0: none
     CString input;                // the detection file
     CString partial;              // the report while it is written
-    std::FILE* errors = nullptr;  // what the converter says on standard error
+    std::FILE* errors = nullptr;  // what the converter writes to standard error
 };
 
 // The last line of the file, with its line feed; "" for an empty file.
@@ -138,8 +138,8 @@ CString lastLineOf(const CString& path) {
     return last;
 }
 
-// The first line that is not blank of what the converter said; "" when it said nothing. A stream
-// would keep what it read of the last run.
+// The first line that is not blank of what the converter wrote to standard error; "" if there is
+// none. The file is read without its stream, whose buffer may still hold text of the last run.
 CString firstLineOf(std::FILE* errors) {
     char text[512];
     const ssize_t length = pread(fileno(errors), text, sizeof text - 1, 0);
@@ -203,7 +203,7 @@ private:
     std::size_t started = 0, converted = 0, failed = 0;
     sigset_t awaited;   // what convertAll() waits for
     sigset_t original;  // what was blocked before; a converter gets this
-    sigset_t restored;  // what is ignored here, but not in a converter
+    sigset_t restored;  // ignored here, but set to the default in a converter
 };
 
 Fleet::Fleet(const CString& path, const FileList& fileList, const CString& program, int count)
@@ -211,7 +211,7 @@ Fleet::Fleet(const CString& path, const FileList& fileList, const CString& progr
     for (int i = 0; i < jobCount; ++i)
         jobs[i].partial =
             folder + "/.slotrpt-fleet." + CString(static_cast<long>(getpid())) + "." + CString(i);
-    std::signal(SIGCHLD, SIG_DFL);  // a parent may have ignored it: it would never be sent
+    std::signal(SIGCHLD, SIG_DFL);  // if a parent ignored this signal, it would never be sent
     std::signal(SIGPIPE, SIG_IGN);  // the conversion goes on when nobody reads the messages
     sigemptyset(&restored);
     sigaddset(&restored, SIGPIPE);
@@ -265,15 +265,16 @@ bool Fleet::openErrors() {
     return true;
 }
 
-// Starts a converter wherever none is running, while there are files. Whether the fleet goes on.
+// Starts a converter in each idle job, as long as there are files. Returns whether to go on.
 bool Fleet::startIdle() {
     for (int i = 0; i < jobCount && started < files.size(); ++i)
         if (jobs[i].process == 0 && !start(jobs[i])) break;
     return !isBroken;
 }
 
-// Starts a converter for the next file. False when none was started. If the system has no room for
-// another process, that is no error: there will be room when a running converter has ended.
+// Starts a converter for the next file. Returns false if none was started. If the system has no
+// room for another process, that is no error as long as a converter runs: when it ends, there will
+// be room.
 bool Fleet::start(Job& job) {
     const char* const path = job.partial.c_str();
     const int output = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -355,7 +356,7 @@ void Fleet::endProgress() const {
 
 // ---------------------------------------------------------------- The command
 
-// The number of jobs that a text asks for; 0 when it is none.
+// The number of jobs that a text asks for; 0 if the text is no valid number of jobs.
 int jobCountOf(const char* text) {
     const CString number = text;
     const int count = number.ToInt();
