@@ -7,7 +7,7 @@ namespace {
 std::size_t g_allocations = 0, g_bytes = 0;
 }  // namespace
 
-// malloc. The link of the benchmarks sends every call of it here first.
+// The linker option --wrap=malloc sends every call of malloc to __wrap_malloc.
 extern "C" {
 void* __real_malloc(std::size_t size) noexcept;
 void* __wrap_malloc(std::size_t size) noexcept {
@@ -17,14 +17,14 @@ void* __wrap_malloc(std::size_t size) noexcept {
 }
 }
 
-// The library's own new would call malloc behind that link. Its other forms, those for arrays and
-// those that do not throw, come down to these.
+// The operator new of the standard library would call malloc without __wrap_malloc. Its forms for
+// arrays and without exceptions call these.
 void* operator new(std::size_t size) {
     void* memory = std::malloc(size ? size : 1);
     if (!memory) throw std::bad_alloc();
     return memory;
 }
-// Not inlined, or g++ warns that memory of new goes to free.
+// If this is inlined, g++ warns that memory from new is passed to free.
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
@@ -36,7 +36,7 @@ AllocationCount::~AllocationCount() {
         return benchmark::Counter(static_cast<double>(after - before),
                                   benchmark::Counter::kAvgIterations);
     };
-    // Both are read first: a counter allocates its name.
+    // Read both before a counter is added, since adding one allocates its name.
     const benchmark::Counter allocations = perPass(m_allocations, g_allocations);
     const benchmark::Counter bytes = perPass(m_bytes, g_bytes);
     m_state.counters["allocs"] = allocations;

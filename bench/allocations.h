@@ -4,9 +4,10 @@
 
 #include <cstddef>
 
-/// Adds to a benchmark's results what one pass of its loop asks of malloc: "allocs", how often, and
-/// "bytes". A block of the pool counts only when the pool itself asks for more memory. Make the
-/// object just before the loop; it counts until it goes out of scope.
+/// Adds two counters to the results of a benchmark: "allocs", the calls of malloc in one pass of
+/// its loop, and "bytes", the memory that they ask for. A block of the pool counts only if the pool
+/// itself asks for more memory. Make the object just before the loop. It counts until it goes out
+/// of scope.
 ///
 ///     const AllocationCount count(state);
 ///     for (auto _ : state) benchmark::DoNotOptimize(left + right);
@@ -19,5 +20,5 @@ public:
 
 private:
     benchmark::State& m_state;
-    std::size_t m_allocations, m_bytes;  // of the program, when counting began
+    std::size_t m_allocations, m_bytes;  // the program's totals when counting began
 };

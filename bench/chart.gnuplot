@@ -11,8 +11,8 @@ set style line 1 linecolor rgb "#0b5fa5" linewidth 3 pointtype 7 pointsize 0.6  
 set style line 2 linecolor rgb "#c2570c" linewidth 2 pointtype 7 pointsize 0.5    # the awk version
 set style line 3 linecolor rgb "#6b7280" linewidth 2 dashtype (8, 6)              # a start
 
-stats series using 1 nooutput  # before there is a range that leaves a row out
-last = STATS_records - 1       # the row beside whose points the names stand
+stats series using 1 nooutput  # before a range is set, since a range can exclude rows
+last = STATS_records - 1       # the last row: the names stand beside its points
 
 set logscale xy
 set xrange [0.8:5200]

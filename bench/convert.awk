@@ -1,5 +1,5 @@
 # The conversion as an awk program, to compare whole runs with. It looks its values up in tables
-# instead of walking through lines. It follows only those rules that the data of mkdata.awk needs.
+# instead of walking through lines. It follows only the rules that the data of mkdata.awk needs.
 #
 #     RWCD=CDROOT awk -f convert.awk SCANFILE
 

@@ -9,8 +9,8 @@
 #include "util/IniFile.h"
 
 namespace {
-// A document of about `lines` lines, in sections [SECTION_0], [SECTION_1] and so on of eight
-// entries Key_0 to Key_7 each, with a blank line between.
+// A document of about `lines` lines. Its sections are [SECTION_0], [SECTION_1] and so on. Each has
+// eight entries, Key_0 to Key_7, and a blank line stands between two sections.
 class Document {
 public:
     explicit Document(std::int64_t lines) : m_sections(lines / kLines), m_file(text()) {}
@@ -60,7 +60,7 @@ void Lookup(benchmark::State& state, const char* key) {
 BENCHMARK_CAPTURE(Lookup, Hit, "Key_7")->Apply(documentSizes);
 BENCHMARK_CAPTURE(Lookup, Miss, "Key_8")->Apply(documentSizes);
 
-// As many lookups as the document has lines, to compare a series of edits with.
+// As many lookups as the document has lines. The two series of edits are compared with this one.
 void MissedLookups(benchmark::State& state) {
     const Document document(state.range(0));
     CIniFile ini(document.path());

@@ -8,7 +8,7 @@
 # files, named after their number of functions. FOLDER/fleet holds 2,000 detection files of machines
 # for the CD of typical.
 
-# A number from 0 to n - 1. Every product is exact in floating point.
+# A random number from 0 to n - 1. Every product is exact in floating point.
 function below(n) {
     state = state * 16807 % 2147483647
     return int(state * n / 2147483647)
@@ -119,8 +119,8 @@ function writeScan(path, type,    i, pair) {
     closeFile()
 }
 
-# The on-board positions for the first named adapters of the machine. Every second adapter is really
-# at its position.
+# The on-board positions for the first named adapters of the machine. Only every second adapter is
+# at a position that the file lists for it.
 function writePositions(path, sections,    i, n, done, elsewhere) {
     openFile(path)
     put("; On-board positions: bus,device;bus,device")

@@ -18,8 +18,8 @@ function figure(value) {
     return count(value)
 }
 
-# A row of the two tables of operations: the benchmark, what it does, what its sizes count, and
-# either what its time grows with or, for a string, "allocations".
+# Adds a row to the two tables of operations: the benchmark, what it does, what its sizes count, and
+# what its time grows with. An operation on strings has no growth: its row ends with allocations.
 function operation(name, text, sizes, growth) {
     order[++operations] = name
     label[name] = text
