@@ -1,14 +1,13 @@
 #!/bin/sh
-# Measures the release program and prints the figures of doc/performance.md in the form in which
-# they stand there. Also draws the chart of that document, doc/performance.svg:
+# Measures the release program and prints the tables of doc/performance.md, ready to be pasted. Also
+# draws the chart of that document, doc/performance.svg:
 #
 #   scripts/bench.sh >build/figures.md
 #
 # The tables of runs compare three commands: the start of a process (/bin/true), the same conversion
 # in awk (bench/convert.awk) and slotrpt. They take turns, so that other work on the machine slows
 # all of them alike. CPU time is user and system time together, which other work disturbs least.
-# The figures are not judged. The script fails only if slotrpt and the awk version print different
-# bytes.
+# The script judges no figure. It fails if slotrpt and the awk version print different bytes.
 set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C
@@ -74,7 +73,8 @@ instructions() { # command line
 
 # ---------------------------------------------------------------- The chart and its table
 
-# The runs in a round: more for short ones.
+# A row: the number of functions, the rounds, and the runs in a round on the small and on the large
+# CD. Short runs are repeated more often.
 for row in "1 4 25 8" "4 4 25 8" "16 4 25 8" "64 4 20 6" "256 4 8 4" "1024 3 2 2" "4096 2 1 1"; do
     # shellcheck disable=SC2086 # four words
     set -- $row

@@ -1,8 +1,8 @@
 #!/bin/sh
 # usage: scripts/check-debian.sh RELEASE [SCRIPT...]
-# Tries the scripts on a fresh Debian system of that release, bookworm or trixie, as root: each of
-# them, or those named, runs there in a clone of the last commit and installs what it needs. Needs
-# the network, several GB in the folder for temporary files and half an hour.
+# Tries the scripts on a fresh Debian system of that release, bookworm or trixie. If SCRIPTs are
+# named, tries only these. Each script runs in a clone of the last commit and installs what it
+# needs. Needs root, the network, several GB in the folder for temporary files and half an hour.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -21,7 +21,7 @@ work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 root=$work/debian
 
-# quietly COMMAND...: shows what it printed when it fails.
+# quietly COMMAND...: runs the command, and shows what it printed only if it fails.
 quietly() {
     "$@" >"$work/log" 2>&1 || {
         cat "$work/log" >&2
@@ -29,7 +29,8 @@ quietly() {
     }
 }
 
-# inside COMMAND...: runs it in the clone on the fresh system. Its mounts end with it.
+# inside COMMAND...: runs the command in the clone on the fresh system. When it ends, its mounts are
+# gone too.
 inside() {
     # shellcheck disable=SC2016 # for the inner shell
     unshare --mount sh -euc '

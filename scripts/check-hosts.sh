@@ -1,8 +1,9 @@
 #!/bin/sh
 # usage: scripts/check-hosts.sh
-# Tries the README's command for several hosts, as it stands there, on two hosts that this script
-# makes and removes again: network namespaces with an ssh server each, which have of slotrpt only
-# the program and a CD. Needs root. Where there are no namespaces, says so and passes over.
+# Tries the README's command for several hosts, as it stands there, on two hosts. This script makes
+# the hosts and removes them again. Each is a network namespace with an ssh server, the program
+# slotrpt and a CD, and has nothing else of slotrpt. Needs root. If the system cannot make network
+# namespaces, says so and tries nothing.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -11,7 +12,7 @@ need cmake g++ iproute2 make openssh-client openssh-server parallel rsync
 hosts="host1 host2"
 work=$(mktemp -d)
 space() { echo "slotrpt-$$-$1"; }
-inside() { # SPACE COMMAND...: runs the command there; what it mounts is seen nowhere else
+inside() { # SPACE COMMAND...: runs the command there; its mounts are visible nowhere else
     name=$(space "$1")
     shift
     ip netns exec "$name" "$@"
@@ -36,7 +37,7 @@ then
 fi
 build release
 
-# What the hosts and this side need, with keys for this run. The home of each is a folder in here.
+# What this side and the hosts need, with keys for this run. Each has a home folder in $work.
 home=$(getent passwd 0 | cut -d : -f 6)
 cp -R examples/cd build/release/slotrpt "$work"
 mkdir -p "$work/here/.ssh"
@@ -77,7 +78,7 @@ for host in $hosts; do
     ' - "$work" "$host" "$home" >"$work/$host.log" 2>&1 </dev/null &
 done
 
-# 60 machines, one of which has no adapters.
+# 60 detection files, one of which has no adapters.
 mkdir "$work/fleet"
 i=0
 while [ $((i += 1)) -lt 60 ]; do cp examples/alpha.ini "$work/fleet/-machine $i.ini"; done

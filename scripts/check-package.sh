@@ -3,8 +3,8 @@
 #
 #   scripts/check-package.sh
 #
-# The program must run where there is no other file at all; and on a fresh Debian system a package
-# must install, run and leave nothing behind when it is removed.
+# The program must run in a root folder that holds only the package's programs and the examples. On
+# a fresh Debian system, a package must install, run and leave nothing behind when it is removed.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -13,7 +13,7 @@ need mmdebstrap
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-# isEmulated PACKAGE: whether its program needs an emulator, which is in its root as /emulator then.
+# isEmulated PACKAGE: whether its program needs an emulator. If so, its root has one as /emulator.
 isEmulated() {
     case $1 in
         *_i386.deb) ! canRun32 ;;
@@ -33,7 +33,7 @@ convert() {
     RWCD=$examples/cd chroot "$in" "$@" "/rwpm:$examples/alpha.ini" | cmp - examples/alpha.report
 }
 
-# tryCommands ROOT EXAMPLES: whether the commands beside the program run there.
+# tryCommands ROOT EXAMPLES: whether the commands of the package that are not slotrpt run there.
 tryCommands() {
     export RWCD="$2/cd"
     chroot "$1" slotrpt-check-cd "$RWCD"

@@ -1,10 +1,10 @@
 #!/bin/sh
 # usage: scripts/check-readme.sh
 # Runs every command of the README as it stands there, in order and in one shell, from the top of
-# the checkout; as root, for some install. What the README shows below a command must be what the
-# command prints, and the input and the report that it shows first must be those of the example.
-# Where "..." shortens a text, each line of it must be there. The commands for several hosts are
-# tried by check-hosts.sh.
+# the checkout. Needs root, since some commands install packages or files. The output that the
+# README shows below a command must be what the command prints. The input and the report that the
+# README shows first must be those of the example. If "..." shortens a text, each line that is shown
+# must be in the full text. check-hosts.sh tries the commands for several hosts.
 set -eu
 cd "$(dirname "$0")/.."
 

@@ -1,7 +1,8 @@
 #!/bin/sh
-# Runs the tests and says what of src/ they reach: the figures of each file, then every line that
-# was never run and every line with a branch that was never taken. What only a failed allocation
-# reaches is among them: those tests are left out, since the counters need memory of their own.
+# Runs the tests and prints how much of src/ they reach: the figures of each file, then every line
+# that was never run and every line with a branch that was never taken. The tests of failed
+# allocations are left out, since the counters need memory of their own. So the lines that only
+# these tests reach are in the list.
 #
 #   scripts/coverage.sh
 set -eu
@@ -16,7 +17,7 @@ ctest --preset coverage >&2
 top=$(pwd)
 cd build/coverage
 llvm-profdata merge -o all.profdata profiles
-# What the whole program, the tests and the example programs ran counts together.
+# The runs of the program, of the tests and of the example programs count together.
 set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples)/' \
     slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
     -object examples/inied -object examples/params

@@ -3,7 +3,7 @@
 #
 #   scripts/example.sh [FILE]
 #
-# The example comes with its own product CD; for a FILE, RWCD may name another one.
+# The example has its own product CD. For a FILE, RWCD may name another one.
 set -eu
 top=$(CDPATH='' cd -- "$(dirname -- "$0")/.." && pwd)
 

@@ -1,9 +1,9 @@
 #!/bin/sh
 # usage: scripts/fuzz.sh ini|run|string|args [SECONDS]
-# Runs a fuzz target, for a minute unless told otherwise, from a copy of its corpus, and says how
-# many inputs it took and how many edges they reached. At a finding it shows the end of the log,
-# keeps the input and fails. Reports are compared with those of the 32-bit release: of each 16th
-# input on the way, then of every input that had reached something new.
+# Runs a fuzz target on a copy of its corpus, for SECONDS or for a minute. Prints how many inputs it
+# tried and how many edges they reached. If it finds a fault, it shows the end of the log, keeps the
+# input and fails. The target "run" also compares reports with those of the 32-bit release: for each
+# 16th input during the run, and at the end for every input that reached something new.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -39,7 +39,7 @@ if [ "$target" = run ]; then
     }
 fi
 
-fuzz() { # how many inputs to one comparison, option...
+fuzz() { # the number of inputs for each comparison, option...
     step=$1
     shift
     env TMPDIR="$files" SLOTRPT_X86_STEP="$step" \

@@ -1,5 +1,5 @@
 # shellcheck shell=sh
-# What the scripts share; each sources it from the folder of the project.
+# The functions that the scripts share. Each script sources this file from the top of the checkout.
 
 # fail MESSAGE: ends the script with one line.
 fail() {
@@ -33,8 +33,8 @@ asRoot() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# canRun32: whether the kernel runs 32-bit programs, found out by trying one. SLOTRPT_RUN32=yes or
-# SLOTRPT_RUN32=no in the environment answers instead, so that each way can be tried anywhere.
+# canRun32: whether the kernel runs 32-bit programs. It tries one to find out. If SLOTRPT_RUN32 is
+# yes or no in the environment, this is the answer, so that both cases can be tried on any machine.
 canRun32() {
     if [ -z "${SLOTRPT_RUN32:-}" ]; then
         need g++ g++-multilib
@@ -48,7 +48,8 @@ canRun32() {
     [ "$SLOTRPT_RUN32" = yes ]
 }
 
-# findEmulator: prints the path of the program that runs 32-bit ones, which needs no other file.
+# findEmulator: prints the path of the emulator for 32-bit programs. It is static, so that it also
+# runs in a root folder without libraries.
 findEmulator() {
     need qemu-user-static
     command -v qemu-i386-static
@@ -64,8 +65,9 @@ passOver() {
     echo "passed over: $1"
 }
 
-# build PRESET: builds it in build/PRESET. Prints what is compiled, and nothing when all is built.
-# The tests of a 32-bit one start their programs with an emulator where the kernel refuses them.
+# build PRESET: builds the preset in build/PRESET. Prints what is compiled; if all is up to date,
+# prints nothing. If the kernel cannot run 32-bit programs, the tests of a 32-bit preset start them
+# with an emulator.
 build() {
     emulator=
     case $1 in

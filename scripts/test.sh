@@ -12,7 +12,7 @@ case $preset in
     clang) need clang ;;
     x86*) need g++-multilib ;;
 esac
-# The search for leaks looks into the process from outside, which never ends under an emulator.
+# The leak sanitizer inspects the process from another one. Under an emulator, this never ends.
 if [ "$preset" = x86-sanitize ] && ! canRun32; then
     passOver "leaks in 32-bit programs, which this kernel does not run and an emulator cannot search"
     export LSAN_OPTIONS=detect_leaks=0

@@ -1,9 +1,13 @@
 #!/bin/sh
 # usage: scripts/try-fleet.sh [FILES]
-# Tries slotrpt-fleet on a folder of 100,000 small detection files, or of FILES. Prints its rate
-# beside that of the converter under xargs, which the two reach in turn on a tenth of the files; then
-# the time and the memory of the whole folder. Before that, the run is interrupted half-way. After
-# each run, every report must be whole and nothing else may be left.
+# Tries slotrpt-fleet on a folder of FILES small detection files, 100,000 by default. The parts:
+#
+#   1. slotrpt-fleet and the converter under xargs take turns on a tenth of the files. Prints the
+#      rate of each.
+#   2. A run on the whole folder is interrupted half-way.
+#   3. A run converts the whole folder. Prints its time and its memory.
+#
+# After each run of slotrpt-fleet, every report must be complete, and nothing else may be left.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -33,7 +37,8 @@ make() { # FOLDER, how many
     }'
 }
 
-# Whether the folder holds its detection files and whole reports, at least so many, and no more.
+# Fails unless the folder holds its detection files, at least the given number of complete reports,
+# and nothing else.
 check() { # FOLDER, detection files, least number of reports
     reports=$(find "$1" -name '*.report' | wc -l)
     if [ "$reports" -lt "$3" ] || [ "$(find "$1" -type f | wc -l)" -ne $(($2 + reports)) ]; then
@@ -65,7 +70,8 @@ done
 
 echo "== The run is interrupted half-way, $files files"
 make all "$files"
-env --default-signal=INT ./slotrpt-fleet all "$jobs" & # a shell lets its background jobs ignore it
+# A shell makes its background jobs ignore SIGINT, so env sets it back to the default.
+env --default-signal=INT ./slotrpt-fleet all "$jobs" &
 while kill -0 $! && [ "$(find all -name '*.report' | wc -l)" -lt $((files / 2)) ]; do sleep 1; done
 kill -INT $!
 result=0
