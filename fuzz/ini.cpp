@@ -1,277 +1,138 @@
-// Any bytes as an INI document, looked up, edited, written back and loaded again, against a small
-// model of the syntax.
+// Any bytes as an INI document: looked up, edited, written back and loaded again.
 //
-// The input is the document, a line "%%", and a script of one operation per line, its fields
-// divided by "|"; a "^" in a field stands for a line feed. A capital letter also writes back.
-//     r|section|key          look an entry up, in each way there is
-//     n|section|number       look for the next numbered entry
-//     s|section|key|value    set an entry
-//     i|section|key|number   set it to a number
-//     b|section|line         add a bare line
-//     d|section|line         the same, even when it is there already
+// The input is the document, a line "%%", and lines "letter|section|key|value". Each line looks an
+// entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
+// "d" even if it is there. A capital letter writes the document back.
 
 #include <cctype>
-#include <optional>
+#include <iterator>
 
 #include "fuzz.h"
-#include "model.h"
 #include "util/IniFile.h"
+#include "util/MyFileIO.h"
 
 namespace {
+const std::string kPath = scratch("document.ini"), kCopy = scratch("copy.ini");
 
-using model::npos;
+CString trimmed(CString text) { return text.Trim(); }
 
-std::string keyOf(const std::string& line) { return model::trim(line.substr(0, line.find('='))); }
-
-bool sameName(const std::string& a, const std::string& b) {
-    return model::lower(a) == model::lower(b);
-}
-
-bool isHeader(const std::string& line) { return !line.empty() && line[0] == '['; }
-
-bool isEntry(const std::string& line) {
-    return line.find('=') != npos && line[0] != ';' && line[0] != '[';
-}
-
-bool isHeaderOf(const std::string& line, const std::string& section) {
-    return isHeader(line) && sameName(model::trim(line.substr(1, line.find(']') - 1)), section);
-}
-
-// The number behind the last "." of a key, written as a number is: no sign, no leading zero.
-std::optional<int> numberOf(const std::string& key) {
-    const std::size_t dot = key.rfind('.');
-    if (dot == npos) return {};
-    const int number = model::toInt(key.substr(dot + 1));
-    if (number < 0 || std::to_string(number) != key.substr(dot + 1)) return {};
-    return number;
-}
-
-// The document as the trimmed lines that it consists of.
-struct Model {
-    std::vector<std::string> lines;
-
-    explicit Model(const std::string& bytes) {
-        std::string line;
-        for (const char c : bytes) {
-            if (c != '\r' && c != '\0') line += c;
-            if (c != '\n') continue;
-            lines.push_back(model::trim(line));
-            line.clear();
-        }
-        if (!line.empty()) lines.push_back(model::trim(line));
-    }
-
-    std::string text() const {
-        std::string all;
-        for (const std::string& line : lines) all += line + "\n";
-        return all;
-    }
-
-    // The first line of the section, behind its header; npos when there is no such section.
-    std::size_t beginOf(const std::string& section) const {
-        if (section.empty()) return 0;
-        for (std::size_t i = 0; i < lines.size(); ++i)
-            if (isHeaderOf(lines[i], section)) return i + 1;
-        return npos;
-    }
-
-    // The next header, or the end of the document.
-    std::size_t endFrom(std::size_t i) const {
-        while (i < lines.size() && !isHeader(lines[i])) ++i;
-        return i;
-    }
-
-    // The line of the entry, else npos; `visited` is the line where the search ended.
-    std::size_t find(const std::string& section, const std::string& key,
-                     std::string& visited) const {
-        const std::size_t begin = beginOf(section);
-        if (!lines.empty()) visited = lines.back();
-        if (begin == npos) return npos;
-        const std::size_t end = endFrom(begin);
-        if (end < lines.size()) visited = lines[end];
-        for (std::size_t i = begin; i < end; ++i)
-            if (isEntry(lines[i]) && sameName(keyOf(lines[i]), key)) {
-                visited = lines[i];
-                return i;
-            }
-        return npos;
-    }
-
-    int findNumber(const std::string& section, int from) const {
-        std::optional<int> smallest;
-        const std::size_t begin = beginOf(section);
-        if (begin == npos) return -1;
-        for (std::size_t i = begin; i < endFrom(begin); ++i) {
-            if (!isEntry(lines[i])) continue;
-            const std::optional<int> number = numberOf(keyOf(lines[i]));
-            if (number && *number >= from && (!smallest || *number < *smallest)) smallest = number;
-        }
-        return smallest.value_or(-1);
-    }
-
-    void insert(std::size_t at, const std::string& line) {
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), model::trim(line));
-    }
-
-    std::size_t rewindBlanks(std::size_t i) const {
-        while (i > 0 && lines[i - 1].empty()) --i;
-        return i;
-    }
-
-    // Behind the last line that is not blank.
-    std::size_t endOfText() const { return rewindBlanks(lines.size()); }
-
-    bool write(const std::string& section, const std::string& key, const std::string& value,
-               bool allowDuplicate) {
-        const std::string text = key.empty() ? value : key + " = " + value;
-        const std::size_t begin = beginOf(section);
-        if (begin == npos) {
-            addSection(section, text);
-            return true;
-        }
-        const std::size_t end = endFrom(begin);
-        for (std::size_t i = begin; i < end; ++i) {
-            if (lines[i].empty()) continue;
-            if (key.empty() && !allowDuplicate && lines[i] == value) return false;
-            if (key.empty() || lines[i].find('=') == npos || !sameName(keyOf(lines[i]), key))
-                continue;
-            lines[i] = model::trim(text);
-            return true;
-        }
-        if (!text.empty()) addToSection(end, text);
-        return true;
-    }
-
-    void addToSection(std::size_t end, const std::string& text) {
-        if (end == lines.size()) return insert(endOfText(), text);
-        const std::size_t at = rewindBlanks(end);
-        insert(at, text);
-        if (at == end) insert(end + 1, "");
-    }
-
-    void addSection(const std::string& section, const std::string& text) {
-        std::size_t at = endOfText();
-        if (at > 0) insert(at++, "");
-        insert(at++, "[" + section + "]");
-        if (!text.empty()) insert(at, text);
-    }
-};
-
-struct Operation {
+struct Edit {
     char code;
-    bool writeBack;
-    std::vector<std::string> fields;  // three, the missing ones empty
+    bool isFlushed;
+    CString section, key, value;
 
-    explicit Operation(std::string line) {
-        std::replace(line.begin(), line.end(), '^', '\n');
-        fields = fuzz::split(line, "|");
-        const auto letter = static_cast<unsigned char>(fields[0][0]);
-        code = static_cast<char>(std::tolower(letter));
-        writeBack = std::isupper(letter) != 0;
-        fields.erase(fields.begin());
-        fields.resize(3);
+    bool isBare() const { return code == 'b' || code == 'd' || key.IsEmpty(); }
+    bool make(CIniFile& ini) const {
+        if (!isBare() && code == 'i') return ini.WriteInteger(section, key, value.ToInt());
+        if (!isBare()) return ini.WriteString(section, key, value, false, isFlushed);
+        if (section.IsEmpty()) return ini.WriteString(key, code == 'd', isFlushed);
+        return ini.WriteString(section, key, code == 'd', isFlushed);
     }
-    const char* field(std::size_t i) const { return fields[i].c_str(); }
 };
 
-void lookUp(CIniFile& ini, const Model& want, const Operation& op) {
-    std::string wantedLine = "untouched";
-    const bool found = want.find(op.fields[0], op.fields[1], wantedLine) != npos;
-    CString line("untouched");
-    fuzz::check(ini.FindItem(op.field(0), op.field(1), line) == found, "FindItem's answer");
-    fuzz::checkSame(wantedLine, line.c_str(), "FindItem's line");
-
-    const std::string value = model::trim(wantedLine.substr(wantedLine.find('=') + 1));
-    fuzz::checkSame(found ? value : " absent ",
-                    ini.ReadString(op.field(0), op.field(1), " absent ").c_str(), "ReadString");
-    fuzz::checkSame(found ? value : "", ini.ReadString(op.field(0), op.field(1)).c_str(),
-                    "ReadString without a fallback");
-    fuzz::check(ini.ReadInteger(op.field(0), op.field(1), -7) == (found ? model::toInt(value) : -7),
-                "ReadInteger");
-}
-
-void lookForNumber(CIniFile& ini, const Model& want, const Operation& op) {
-    const int from = std::max(0, model::toInt(op.fields[1]));
-    fuzz::check(ini.FindNumber(op.field(0), from) == want.findNumber(op.fields[0], from),
-                "FindNumber");
-}
-
-// Whether the operation is an edit that was made.
-bool edit(CIniFile& ini, Model& want, const Operation& op) {
-    const bool allowDuplicate = op.code == 'd';
-    const int number = model::toInt(op.fields[2]);
-    bool wanted = false;
-    bool made = false;
-    switch (op.code) {
-        case 's':
-            wanted = want.write(op.fields[0], op.fields[1], op.fields[2], false);
-            made = ini.WriteString(op.field(0), op.field(1), op.field(2), false, op.writeBack);
-            break;
-        case 'i':
-            wanted = want.write(op.fields[0], op.fields[1], std::to_string(number), false);
-            made = ini.WriteInteger(op.field(0), op.field(1), number);
-            if (made && op.writeBack) fuzz::check(!ini.Flush(), "the edit is saved");
-            break;
-        case 'b':
-        case 'd':
-            wanted = want.write(op.fields[0], "", op.fields[1], allowDuplicate);
-            made = op.fields[0].empty()
-                       ? ini.WriteString(op.field(1), allowDuplicate, op.writeBack)
-                       : ini.WriteString(op.field(0), op.field(1), allowDuplicate, op.writeBack);
-            break;
-        default:
-            break;
+// Checks the links on the way.
+std::string linesOf(const CIniFile& ini) {
+    std::string text;
+    const CIniFile::IniLineDef *first = ini.GetFirstLine(), *last = first;
+    for (const auto* line = first; line; last = line, line = line->pNext) {
+        check(line == first || line->pPrev == last);
+        text += line->sLine.c_str() + std::string("\n");
     }
-    fuzz::check(wanted == made, "whether the edit was made");
-    return made;
+    check(!first || first->pPrev == last);
+    return text;
 }
 
-void checkLines(CIniFile& ini, const Model& want, const std::string& copy) {
-    fuzz::check(ini.WriteIniFile(copy.c_str()), "a copy can be written");
-    fuzz::checkSame(want.text(), fuzz::getFile(copy), "the lines");
+void aDocumentHoldsTheLinesOf(const std::string& path, const CIniFile& ini) {
+    std::string text;
+    CMyFileIO file(path.c_str());
+    file.Open();
+    for (CString line; file.ReadString(line);) text += line.Trim() + std::string("\n");
+    check(text == linesOf(ini));
 }
 
+void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
+    const CString value = ini.ReadString(section, key, " absent ");
+    CString line = "=";
+    const bool found = ini.FindItem(section, key, line);
+    const int equals = line.Find("=");
+    same(value, found ? trimmed(line.Mid(equals + 1, 0)) : " absent ");
+    check(!found || (key.EqualsNoCase(trimmed(line.Left(equals))) && line[0] != ';'));
+    same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
+    check(ini.ReadInteger(section, key, -7) == (found ? value.ToInt() : -7));
+    for (int n = 0, next; (next = ini.FindNumber(section, n)) >= 0 && next < 1 << 30; n = next + 1)
+        check(next >= n && ini.FindNumber(section, next) == next);
+}
+
+void linesAroundASectionDoNotMatter(CIniFile& ini, const CString& section, const CString& key) {
+    if (section.IsSubstring("\x01") || trimmed(key)[0] == '[') return;
+    const std::string entry = key.c_str() + std::string(" = other\n");
+    putFile(kCopy, "\r\n; " + entry + linesOf(ini) + "\n[\x01]\n" + entry);
+    CIniFile other(kCopy.c_str());
+    same(ini.ReadString(section, key, " absent "), other.ReadString(section, key, " absent "));
+}
+
+std::size_t blanksAtEnd(const std::string& lines) {
+    return lines.size() - lines.find_last_not_of('\n');
+}
+
+void anEditChangesOnePlaceBeforeTheBlanks(const std::string& before, const std::string& after) {
+    const auto from = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+    const auto to = std::mismatch(before.rbegin(), std::make_reverse_iterator(from.first),
+                                  after.rbegin(), std::make_reverse_iterator(from.second));
+    check(std::count(from.first, to.first.base(), '\n') == 0);
+    check(std::count(from.second, to.second.base(), '\n') <= 3);
+    check(blanksAtEnd("x\n" + before) == blanksAtEnd("x\n" + after));
+}
+
+// Whether a line can hold the text as a name that this character ends.
+bool isName(const CString& text, const char* end) {
+    return trimmed(text) == text && !text.IsSubstring(end) && text[0] != '[' && text[0] != ';';
+}
+
+void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
+    if (edit.code == 'd' || !isName(edit.section, "]") || !isName(edit.key, "=")) return;
+    const std::string lines = linesOf(ini);
+    const CString value = edit.code == 'i' ? CString(edit.value.ToInt()) : trimmed(edit.value);
+    if (!edit.isBare()) same(ini.ReadString(edit.section, edit.key), value);
+    check(edit.make(ini) != (edit.isBare() && !edit.key.IsEmpty()));
+    check(linesOf(ini) == lines);
+}
+
+void apply(CIniFile& ini, const Edit& edit, std::string& inMemory, std::string& onDisk) {
+    const std::string before = linesOf(ini);
+    const bool made = edit.make(ini);
+    anEditChangesOnePlaceBeforeTheBlanks(before, linesOf(ini));
+    if (!made) return;
+    whatWasSetIsThere(ini, edit);
+    inMemory = linesOf(ini);
+    if (!edit.isFlushed) return;
+    if (edit.code == 'i') check(!ini.Flush());
+    onDisk = inMemory;
+}
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::Scratch scratch;
-    const std::string path = scratch.path("document.ini");
-    const std::string copy = scratch.path("copy.ini");
-    const std::vector<std::string> input = fuzz::parts(data, size, 2);
-    std::vector<Operation> script;
-    for (const std::string& line : fuzz::split(fuzz::withoutNULs(input[1]), "\n"))
-        script.emplace_back(line);
-
-    std::string onDisk = input[0];
-    fuzz::putFile(path, onDisk);
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    const Texts input = parts({data, data + size}, "%%\n", 2);
+    std::string onDisk = input[0], inMemory = onDisk;
+    putFile(kPath, onDisk);
     {
-        CIniFile ini(path.c_str());
-        Model want(onDisk);
-        checkLines(ini, want, copy);
-        bool unsaved = false;
-        for (const Operation& op : script) {
-            lookUp(ini, want, op);
-            lookForNumber(ini, want, op);
-            const bool made = edit(ini, want, op);
-            unsaved |= made;
-            if (!made || !op.writeBack) continue;
-            unsaved = false;
-            onDisk = want.text();
-            fuzz::checkSame(onDisk, fuzz::getFile(path), "the file written with the edit");
+        CIniFile ini(kPath.c_str());
+        aDocumentHoldsTheLinesOf(kPath, ini);
+        for (const std::string& line : parts(input[1], "\n")) {
+            const Texts fields = parts(line, "|", 4);
+            const int letter = static_cast<unsigned char>(line[0]);
+            const Edit edit{static_cast<char>(std::tolower(letter)), std::isupper(letter) != 0,
+                            fields[1].c_str(), fields[2].c_str(), fields[3].c_str()};
+            lookupsAgree(ini, edit.section, edit.key);
+            linesAroundASectionDoNotMatter(ini, edit.section, edit.key);
+            const bool addsBlanks = edit.isBare() && trimmed(edit.key) != edit.key;
+            if (std::string("sibd").find(edit.code) == line.npos || addsBlanks) continue;
+            if (line.find('\r') == line.npos) apply(ini, edit, inMemory, onDisk);
+            check(getFile(kPath) == onDisk);
         }
-        checkLines(ini, want, copy);
-        fuzz::checkSame(onDisk, fuzz::getFile(path), "the file before its document ends");
-        if (unsaved) onDisk = want.text();
+        check(ini.WriteIniFile(kCopy.c_str()));
+        aDocumentHoldsTheLinesOf(kCopy, ini);
     }
-    fuzz::checkSame(onDisk, fuzz::getFile(path), "the file when its document has ended");
-
-    CIniFile again(path.c_str());
-    const Model want(onDisk);
-    checkLines(again, want, copy);
-    for (const Operation& op : script) {
-        lookUp(again, want, op);
-        lookForNumber(again, want, op);
-    }
-    fuzz::check(!again.Flush(), "a document that was only read has nothing to save");
+    check(getFile(kPath) == inMemory);
     return 0;
 }
