@@ -1,8 +1,7 @@
 // Any bytes as the declarations and words of a command line, and as a file with a version stamp.
 //
-// The input is four parts, divided by lines "%%": declarations, words, the file, versions. A
-// declaration is a line of the mode ("0" to "3"), "!" when it is required, and the name. A word is
-// a line, as is a version.
+// The input is the lines of four parts, divided by lines "%%": declarations, words, the file,
+// versions. A declaration is the mode ("0" to "3"), "!" when it is required, and the name.
 
 #include "fuzz.h"
 #include "util/CLParams.h"
@@ -19,21 +18,27 @@ CString parse(const Lines& table, const Lines& words, bool caseSensitive) {
                    static_cast<CCLParams::CLParamModes>(entry[0] - '0'), entry[1] == '!');
     std::vector<const char*> argv;
     for (const CString& word : words) argv.push_back(word.c_str());
-    CString all = params.Parse(static_cast<int>(argv.size()), argv.data(), caseSensitive), value;
+    CString all = params.Parse(static_cast<int>(argv.size()), argv.data(), caseSensitive), named,
+            value;
     all += " " + CString(params.GetNumberOfCommandLineCharacters());
+    const CString first = table[0].c_str() + (table[0][1] == '!' ? 2 : 1);
+    check(params.GetValue(first, named) == params.GetValue(1, value));
+    same(named, value);
     for (unsigned i = 0; i <= table.size() + 1; ++i)
         all += (params.GetValue(i, value) ? "\n+" : "\n-") + value;
     return all;
 }
 
-void aParseTakesAllWords(const Lines& words, const CString& outcome) {
+void aParseTakesAllWords(const Lines& table, const Lines& words) {
+    const CString outcome = parse(table, words, false);
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
     const bool anyBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
     check(outcome[0] != '0' || anyBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
-void theCaseMattersWhereItIsAskedFor(Lines table, Lines words, const CString& outcome) {
+void theCaseMattersWhereItIsAskedFor(Lines table, Lines words) {
+    const CString outcome = parse(table, words, false);
     for (CString& entry : table) entry.ToUpper();
     for (CString& word : words) word.ToUpper();
     same(parse(table, words, true), outcome.Upper());
@@ -41,23 +46,11 @@ void theCaseMattersWhereItIsAskedFor(Lines table, Lines words, const CString& ou
     check((parse({"1!" + upper}, {"", lower}, true)[0] == '0') == (upper == lower));
 }
 
-void aValueIsFoundByItsName(const CString& name, const CString& text) {
-    CCLParams params;
-    CString value;
-    const CString argument = name + text;
-    const char* const argv[] = {"", argument.c_str(), " ", "\x02"};
-    params.Add(argument + "x", CCLParams::CLSwitch, false);
-    params.Add(name, CCLParams::CLParam, true);
-    check((params.Parse(4, argv, true) == CCLParams::kParsed) == params.GetValue(name, value));
-    same(value, params.GetValue(name) ? text + "  \x02" : "");
-}
-
 void theFirstStampIsFound(std::string bytes, const std::string& version) {
     const CString path = scratch("program").c_str();
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
-    std::string stamp = "FileVersion\n" + version + "\n";
-    for (std::size_t i = 0; i < stamp.size(); i += 2) stamp.insert(i + 1, 1, '\0');
-    std::replace(stamp.begin(), stamp.end(), '\n', '\0');
+    std::string stamp;
+    for (const char c : "FileVersion\n" + version + "\n") stamp += {c == '\n' ? '\0' : c, '\0'};
     for (std::size_t length : {stamp.size() - 1, stamp.size()}) {
         CString read = "old";
         putFile(path.c_str(), bytes + stamp.substr(0, length));
@@ -83,13 +76,11 @@ Lines linesOf(const std::string& input) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 4);
     const Lines words = linesOf(input[1]), versions = linesOf(input[3]);
-    Lines table = linesOf(input[0]);
-    const auto isNone = [](const CString& line) { return line[0] < '0' || line[0] > '3'; };
-    table.erase(std::remove_if(table.begin(), table.end(), isNone), table.end());
-    const CString outcome = parse(table, words, false);
-    aParseTakesAllWords(words, outcome);
-    theCaseMattersWhereItIsAskedFor(table, words, outcome);
-    aValueIsFoundByItsName(words.front(), words.back());
+    Lines table;
+    for (const CString& line : linesOf(input[0]))
+        if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
+    if (!table.empty()) aParseTakesAllWords(table, words);
+    if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
     theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
     for (const CString& version : versions) versionsAreOrdered(versions[0], version);
     return 0;

@@ -42,9 +42,9 @@ std::string linesOf(const CIniFile& ini) {
     return text;
 }
 
-void aDocumentHoldsTheLinesOf(const std::string& path, const CIniFile& ini) {
+void aDocumentHoldsTheLinesOfItsFile(const CIniFile& ini) {
     std::string text;
-    CMyFileIO file(path.c_str());
+    CMyFileIO file(kPath.c_str());
     file.Open();
     for (CString line; file.ReadString(line);) text += line.Trim() + std::string("\n");
     check(text == linesOf(ini));
@@ -117,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     putFile(kPath, onDisk);
     {
         CIniFile ini(kPath.c_str());
-        aDocumentHoldsTheLinesOf(kPath, ini);
+        aDocumentHoldsTheLinesOfItsFile(ini);
         for (const std::string& line : parts(input[1], "\n")) {
             const Texts fields = parts(line, "|", 4);
             const int letter = static_cast<unsigned char>(line[0]);
@@ -130,8 +130,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
             if (line.find('\r') == line.npos) apply(ini, edit, inMemory, onDisk);
             check(getFile(kPath) == onDisk);
         }
-        check(ini.WriteIniFile(kCopy.c_str()));
-        aDocumentHoldsTheLinesOf(kCopy, ini);
+        check(ini.WriteIniFile(kCopy.c_str()) && getFile(kCopy) == linesOf(ini));
     }
     check(getFile(kPath) == inMemory);
     return 0;

@@ -1,8 +1,7 @@
 // Any bytes as the three files of one run, divided by lines "%%", the whole program in process.
 //
-// The last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. Where SLOTRPT_X86 names a
-// build of the program for the other word size, every SLOTRPT_X86_STEP-th input (each, when unset)
-// also goes through that.
+// The last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. SLOTRPT_X86 may name a
+// build for the other word size, for every SLOTRPT_X86_STEP-th input, or each if that is unset.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,9 +14,8 @@
 int slotrpt_main(int argc, char* argv[]);
 
 namespace {
-const std::string kScan = scratch("scan.ini"), kFolder = scratch("rwise/ini/");
-const std::string kMap = kFolder + "syscfg.ini";
-const std::string kReport = scratch("report"), kOther = scratch("other");
+const std::string kFolder = scratch("rwise/ini/"), kMap = kFolder + "syscfg.ini";
+const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther = scratch("other");
 
 // Entries without keys that the map names make a report as long as the total says.
 bool isEndless() {
@@ -57,8 +55,6 @@ void bothWordSizesAgree(const std::string& report) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     std::filesystem::create_directories(kFolder);
-    std::filesystem::remove(kFolder + "server.ini");  // of a run before this one
-    std::filesystem::create_symlink("ALPHA.ini", kFolder + "server.ini");
     return setenv("RWCD", scratch("").c_str(), 1);
 }
 
@@ -66,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const Texts input = parts({data, data + size}, "%%\n", 3);
     putFile(kScan, input[0]);
     putFile(kMap, input[1]);
-    putFile(kFolder + "ALPHA.ini", input[2]);
+    for (const char* name : {"ALPHA.ini", "server.ini"}) putFile(kFolder + name, input[2]);
     if (isEndless()) return -1;
     const std::string report = convert();
     aReportIsWholeOrEndsInTheError(report);
