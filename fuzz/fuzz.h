@@ -4,14 +4,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "util/CString.h"
 
-// What the fuzz targets share. A target is a list of properties: functions that are named for what
-// must hold, whatever the input is. The stack of a finding names the property that does not hold.
+// A fuzz target is a list of properties: functions that are named for what must hold, whatever the
+// input is. The stack of a finding names the property that does not hold.
 using Texts = std::vector<std::string>;
 
 inline void check(bool holds) {
@@ -43,7 +42,6 @@ inline void putFile(const std::string& path, const std::string& bytes) {
 }
 
 inline std::string getFile(const std::string& path) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(path, std::ios::binary).rdbuf();
-    return bytes.str();
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -4,7 +4,6 @@
 // entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
 // "d" even if it is there. A capital letter writes the document back.
 
-#include <cctype>
 #include <iterator>
 
 #include "fuzz.h"
@@ -23,10 +22,9 @@ struct Edit {
 
     bool isBare() const { return code == 'b' || code == 'd' || key.IsEmpty(); }
     bool make(CIniFile& ini) const {
-        if (!isBare() && code == 'i') return ini.WriteInteger(section, key, value.ToInt());
-        if (!isBare()) return ini.WriteString(section, key, value, false, isFlushed);
-        if (section.IsEmpty()) return ini.WriteString(key, code == 'd', isFlushed);
-        return ini.WriteString(section, key, code == 'd', isFlushed);
+        if (isBare()) return ini.WriteString(section, key, code == 'd', isFlushed);
+        if (code == 'i') return ini.WriteInteger(section, key, value.ToInt());
+        return ini.WriteString(section, key, value, false, isFlushed);
     }
 };
 
@@ -54,11 +52,11 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const CString value = ini.ReadString(section, key, " absent ");
     CString line = "=";
     const bool found = ini.FindItem(section, key, line);
-    const int equals = line.Find("=");
-    same(value, found ? trimmed(line.Mid(equals + 1, 0)) : " absent ");
-    check(!found || (key.EqualsNoCase(trimmed(line.Left(equals))) && line[0] != ';'));
+    same(value, found ? trimmed(line.Mid(line.Find("=") + 1, 0)) : " absent ");
+    check(!found || (key.EqualsNoCase(trimmed(line.Left(line.Find("=")))) && line[0] != ';'));
     same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
     check(ini.ReadInteger(section, key, -7) == (found ? value.ToInt() : -7));
+    check(!ini.FindItem(section, key + " ", line) && !ini.FindItem(section + " ", key, line));
     for (int n = 0, next; (next = ini.FindNumber(section, n)) >= 0 && next < 1 << 30; n = next + 1)
         check(next >= n && ini.FindNumber(section, next) == next);
 }
@@ -67,21 +65,18 @@ void linesAroundASectionDoNotMatter(CIniFile& ini, const CString& section, const
     if (section.IsSubstring("\x01") || trimmed(key)[0] == '[') return;
     const std::string entry = key.c_str() + std::string(" = other\n");
     putFile(kCopy, "\r\n; " + entry + linesOf(ini) + "\n[\x01]\n" + entry);
-    CIniFile other(kCopy.c_str());
-    same(ini.ReadString(section, key, " absent "), other.ReadString(section, key, " absent "));
+    same(CIniFile(kCopy.c_str()).ReadString(section, key), ini.ReadString(section, key));
 }
 
-std::size_t blanksAtEnd(const std::string& lines) {
-    return lines.size() - lines.find_last_not_of('\n');
-}
-
+// The first line is never blank, so that there is one before the blanks.
 void anEditChangesOnePlaceBeforeTheBlanks(const std::string& before, const std::string& after) {
     const auto from = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
     const auto to = std::mismatch(before.rbegin(), std::make_reverse_iterator(from.first),
                                   after.rbegin(), std::make_reverse_iterator(from.second));
     check(std::count(from.first, to.first.base(), '\n') == 0);
     check(std::count(from.second, to.second.base(), '\n') <= 3);
-    check(blanksAtEnd("x\n" + before) == blanksAtEnd("x\n" + after));
+    check(after.size() - after.find_last_not_of('\n') ==
+          before.size() - before.find_last_not_of('\n'));
 }
 
 // Whether a line can hold the text as a name that this character ends.
@@ -97,18 +92,6 @@ void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
     check(edit.make(ini) != (edit.isBare() && !edit.key.IsEmpty()));
     check(linesOf(ini) == lines);
 }
-
-void apply(CIniFile& ini, const Edit& edit, std::string& inMemory, std::string& onDisk) {
-    const std::string before = linesOf(ini);
-    const bool made = edit.make(ini);
-    anEditChangesOnePlaceBeforeTheBlanks(before, linesOf(ini));
-    if (!made) return;
-    whatWasSetIsThere(ini, edit);
-    inMemory = linesOf(ini);
-    if (!edit.isFlushed) return;
-    if (edit.code == 'i') check(!ini.Flush());
-    onDisk = inMemory;
-}
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
@@ -120,14 +103,21 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         aDocumentHoldsTheLinesOfItsFile(ini);
         for (const std::string& line : parts(input[1], "\n")) {
             const Texts fields = parts(line, "|", 4);
-            const int letter = static_cast<unsigned char>(line[0]);
-            const Edit edit{static_cast<char>(std::tolower(letter)), std::isupper(letter) != 0,
-                            fields[1].c_str(), fields[2].c_str(), fields[3].c_str()};
+            const CString letter = fields[0].c_str();
+            const Edit edit{letter.Lower()[0], letter != letter.Lower(), fields[1].c_str(),
+                            fields[2].c_str(), fields[3].c_str()};
             lookupsAgree(ini, edit.section, edit.key);
             linesAroundASectionDoNotMatter(ini, edit.section, edit.key);
             const bool addsBlanks = edit.isBare() && trimmed(edit.key) != edit.key;
-            if (std::string("sibd").find(edit.code) == line.npos || addsBlanks) continue;
-            if (line.find('\r') == line.npos) apply(ini, edit, inMemory, onDisk);
+            if (!CString("sibd").IsSubstring(letter.Lower()) || addsBlanks) continue;
+            const std::string before = linesOf(ini);
+            if (edit.make(ini)) {
+                whatWasSetIsThere(ini, edit);
+                if (edit.isFlushed) check(edit.code != 'i' || !ini.Flush());
+                inMemory = linesOf(ini);
+                if (edit.isFlushed) onDisk = inMemory;
+            }
+            anEditChangesOnePlaceBeforeTheBlanks("top\n" + before, "top\n" + linesOf(ini));
             check(getFile(kPath) == onDisk);
         }
         check(ini.WriteIniFile(kCopy.c_str()) && getFile(kCopy) == linesOf(ini));
