@@ -46,6 +46,14 @@ void theCaseMattersWhereItIsAskedFor(Lines table, Lines words) {
     check((parse({"1!" + upper}, {"", lower}, true)[0] == '0') == (upper == lower));
 }
 
+void aValueEndsAtTheNextSwitch(const CString& word) {
+    for (const char* parameter : {"2/a:", "3/a:"}) {
+        const CString outcome = parse({parameter, "1/b"}, {"", "/a:\"", word, "/b"}, true);
+        check(word == "/b" ||
+              outcome.EndsWith("\n+\" " + CString(word == " " ? "" : word) + "\n+\n-"));
+    }
+}
+
 void theFirstStampIsFound(std::string bytes, const std::string& version) {
     const CString path = scratch("program").c_str();
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
@@ -81,6 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
     if (!table.empty()) aParseTakesAllWords(table, words);
     if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
+    aValueEndsAtTheNextSwitch(words.back());
     theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
     for (const CString& version : versions) versionsAreOrdered(versions[0], version);
     return 0;
