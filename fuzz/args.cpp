@@ -29,6 +29,10 @@ CString parse(const Lines& table, const Lines& words, bool caseSensitive) {
     return all;
 }
 
+void anEntryWithoutAModeIsRefused(const CString& word) {
+    check(parse({"0"}, {"", word}, true).StartsWith(CCLParams::kUnknownMode));
+}
+
 void aParseTakesAllWords(const Lines& table, const Lines& words) {
     const CString outcome = parse(table, words, false);
     unsigned given = words[0].GetFileName().GetLength();
@@ -55,15 +59,15 @@ void aValueEndsAtTheNextSwitch(const CString& word) {
 }
 
 void theFirstStampIsFound(std::string bytes, const std::string& version) {
-    const CString path = scratch("program").c_str();
+    const std::string path = scratch("program");
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
-    std::string stamp;
-    for (const char c : "FileVersion\n" + version + "\n") stamp += {c == '\n' ? '\0' : c, '\0'};
-    for (std::size_t length : {stamp.size() - 1, stamp.size()}) {
+    for (const char c : "FileVersion\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
+    for (const bool isWhole : {true, false}) {
         CString read = "old";
-        putFile(path.c_str(), bytes + stamp.substr(0, length));
-        check(CMyFileIO::GetFileVersion(path, read) == (length == stamp.size()));
+        putFile(path, bytes);
+        check(CMyFileIO::GetFileVersion(path.c_str(), read) == isWhole);
         same(read, ("old" + version).c_str());
+        bytes.pop_back();
     }
 }
 
@@ -89,6 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
     if (!table.empty()) aParseTakesAllWords(table, words);
     if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
+    anEntryWithoutAModeIsRefused(words.back());
     aValueEndsAtTheNextSwitch(words.back());
     theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
     for (const CString& version : versions) versionsAreOrdered(versions[0], version);
