@@ -18,26 +18,22 @@ CString parse(const Lines& table, const Lines& words, bool caseSensitive) {
                    static_cast<CCLParams::CLParamModes>(entry[0] - '0'), entry[1] == '!');
     std::vector<const char*> argv;
     for (const CString& word : words) argv.push_back(word.c_str());
-    CString all = params.Parse(static_cast<int>(argv.size()), argv.data(), caseSensitive), named,
-            value;
+    const int argc = static_cast<int>(argv.size());
+    CString all = params.Parse(argc, argv.data(), caseSensitive), named, value;
     all += " " + CString(params.GetNumberOfCommandLineCharacters());
     const CString first = table[0].c_str() + (table[0][1] == '!' ? 2 : 1);
-    check(params.GetValue(first, named) == params.GetValue(1, value));
-    same(named, value);
+    check(params.GetValue(first, named) == params.GetValue(1, value) && named == value);
     for (unsigned i = 0; i <= table.size() + 1; ++i)
         all += (params.GetValue(i, value) ? "\n+" : "\n-") + value;
     return all;
 }
 
-void anEntryWithoutAModeIsRefused(const CString& word) {
-    check(parse({"0"}, {"", word}, true).StartsWith(CCLParams::kUnknownMode));
-}
-
-void aParseTakesAllWords(const Lines& table, const Lines& words) {
+void aParseTakesAllWordsUnlessAModeIsUnknown(const Lines& table, const Lines& words) {
     const CString outcome = parse(table, words, false);
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
     const bool anyBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
+    check(table[0][0] != '0' || words.size() == 1 || outcome[0] == '2');
     check(outcome[0] != '0' || anyBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
@@ -64,7 +60,7 @@ void theFirstStampIsFound(std::string bytes, const std::string& version) {
     for (const char c : "FileVersion\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
     for (const bool isWhole : {true, false}) {
         CString read = "old";
-        putFile(path, bytes);
+        std::ofstream(path) << bytes;
         check(CMyFileIO::GetFileVersion(path.c_str(), read) == isWhole);
         same(read, ("old" + version).c_str());
         bytes.pop_back();
@@ -91,9 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     Lines table;
     for (const CString& line : linesOf(input[0]))
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
-    if (!table.empty()) aParseTakesAllWords(table, words);
+    if (!table.empty()) aParseTakesAllWordsUnlessAModeIsUnknown(table, words);
     if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
-    anEntryWithoutAModeIsRefused(words.back());
     aValueEndsAtTheNextSwitch(words.back());
     theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
     for (const CString& version : versions) versionsAreOrdered(versions[0], version);

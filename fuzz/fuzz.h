@@ -17,7 +17,6 @@ inline void check(bool holds) {
     if (!holds) std::abort();
 }
 
-// Does not rely on the comparison of strings.
 inline void same(const CString& a, const CString& b) { check(!std::strcmp(a.c_str(), b.c_str())); }
 
 // The parts of an input between the separators, and empty ones up to `least`.
@@ -35,11 +34,7 @@ inline Texts parts(std::string input, const std::string& separator, std::size_t 
 // The path of a file in the folder TMPDIR, which belongs to this process.
 inline std::string scratch(const std::string& name) { return std::getenv("TMPDIR") + ("/" + name); }
 
-inline void putFile(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
 inline std::string getFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -1,8 +1,6 @@
-// Any bytes as an INI document: looked up, edited, written back and loaded again.
-//
-// The input is the document, a line "%%", and lines "letter|section|key|value". Each line looks an
+// Any bytes as an INI document, a line "%%", and lines "letter|section|key|value". Each looks an
 // entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
-// "d" even if it is there. A capital letter writes the document back.
+// "d" even if it is there. "S", "B" and "D" write the document back.
 
 #include <iterator>
 
@@ -70,7 +68,7 @@ void anEditChangesOnePlaceBeforeTheBlanks(const std::string& before, const std::
           before.size() - before.find_last_not_of('\n'));
 }
 
-// Whether a line can hold the text as a name that this character ends.
+// Whether a line can hold the text as a name.
 bool isName(const CString& text, const char* end) {
     return trimmed(text) == text && !text.IsSubstring(end) && text[0] != '[' && text[0] != ';';
 }
@@ -88,7 +86,7 @@ void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 2);
     std::string onDisk = input[0], inMemory = onDisk;
-    putFile(kPath, onDisk);
+    std::ofstream(kPath) << onDisk;
     {
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);

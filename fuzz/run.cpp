@@ -1,5 +1,4 @@
 // Any bytes as the three files of one run, divided by lines "%%", the whole program in process.
-//
 // The last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. SLOTRPT_X86 may name a
 // build for the other word size, for every SLOTRPT_X86_STEP-th input, or each if that is unset.
 
@@ -52,9 +51,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
-    putFile(kScan, input[0]);
-    putFile(kMap, input[1]);
-    for (const char* name : {"ALPHA.ini", "server.ini"}) putFile(kFolder + name, input[2]);
+    std::ofstream(kScan) << input[0];
+    std::ofstream(kMap) << input[1];
+    for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];
     // Entries without keys that the map names make a report as long as the total says.
     if (CIniFile(kScan.c_str()).ReadInteger("PCI", "Total_Number_Of_Devices") > 1000 &&
         !CIniFile(kMap.c_str()).ReadString("PCIIDMap", "0x00000000").IsEmpty())
