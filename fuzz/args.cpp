@@ -7,7 +7,6 @@
 #include "util/CLParams.h"
 #include "util/MyFileIO.h"
 
-namespace {
 using Lines = std::vector<CString>;
 
 // The result and the number of characters, then each value, behind a "+" when it was found.
@@ -74,23 +73,16 @@ void versionsAreOrdered(const CString& first, const CString& second) {
     check(CMyFileIO::CompareFileVersion("1." + first, "0." + second) == 1);
 }
 
-Lines linesOf(const std::string& input) {
-    Lines lines;
-    for (const std::string& line : parts(input, "\n")) lines.push_back(line.c_str());
-    return lines;
-}
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 4);
-    const Lines words = linesOf(input[1]), versions = linesOf(input[3]);
-    Lines table;
-    for (const CString& line : linesOf(input[0]))
+    Lines table, words = strings(parts(input[1], "\n"));
+    for (const CString& line : strings(parts(input[0], "\n")))
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
     if (!table.empty()) aParseTakesAllWordsUnlessAModeIsUnknown(table, words);
     if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
     aValueEndsAtTheNextSwitch(words.back());
+    const Texts versions = parts(input[3], "\n", 2);
     theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
-    for (const CString& version : versions) versionsAreOrdered(versions[0], version);
+    versionsAreOrdered(versions[0].c_str(), versions[1].c_str());
     return 0;
 }

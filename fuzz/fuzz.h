@@ -31,6 +31,12 @@ inline Texts parts(std::string input, const std::string& separator, std::size_t 
     return all;
 }
 
+inline std::vector<CString> strings(const Texts& texts) {
+    std::vector<CString> all;
+    for (const std::string& text : texts) all.push_back(text.c_str());
+    return all;
+}
+
 // The path of a file in the folder TMPDIR, which belongs to this process.
 inline std::string scratch(const std::string& name) { return std::getenv("TMPDIR") + ("/" + name); }
 

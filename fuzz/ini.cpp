@@ -8,21 +8,19 @@
 #include "util/IniFile.h"
 #include "util/MyFileIO.h"
 
-namespace {
 const std::string kPath = scratch("document"), kCopy = scratch("copy");
 
 CString trimmed(CString text) { return text.Trim(); }
 
 struct Edit {
-    char code;
-    bool isFlushed;
-    CString section, key, value;
+    CString letter, section, key, value;
 
-    bool isBare() const { return code == 'b' || code == 'd' || key.IsEmpty(); }
+    bool isBare() const { return CString("bBdD").IsSubstring(letter) || key.IsEmpty(); }
+    bool isFlushed() const { return letter != letter.Lower(); }
     bool make(CIniFile& ini) const {
-        if (isBare()) return ini.WriteString(section, key, code == 'd', isFlushed);
-        if (code == 'i') return ini.WriteInteger(section, key, value.ToInt());
-        return ini.WriteString(section, key, value, false, isFlushed);
+        if (isBare()) return ini.WriteString(section, key, letter.Lower() == "d", isFlushed());
+        if (letter == "i") return ini.WriteInteger(section, key, value.ToInt());
+        return ini.WriteString(section, key, value, false, isFlushed());
     }
 };
 
@@ -58,14 +56,13 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
 }
 
 // The first line is never blank, so that there is one before the blanks.
-void anEditChangesOnePlaceBeforeTheBlanks(const std::string& before, const std::string& after) {
-    const auto from = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
-    const auto to = std::mismatch(before.rbegin(), std::make_reverse_iterator(from.first),
-                                  after.rbegin(), std::make_reverse_iterator(from.second));
+void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::string& b) {
+    const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),
+                                  std::reverse_iterator(from.second));
     check(std::count(from.first, to.first.base(), '\n') == 0);
     check(std::count(from.second, to.second.base(), '\n') <= 3);
-    check(after.size() - after.find_last_not_of('\n') ==
-          before.size() - before.find_last_not_of('\n'));
+    check(a.size() - a.find_last_not_of('\n') == b.size() - b.find_last_not_of('\n'));
 }
 
 // Whether a line can hold the text as a name.
@@ -74,14 +71,13 @@ bool isName(const CString& text, const char* end) {
 }
 
 void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
-    if (edit.code == 'd' || !isName(edit.section, "]") || !isName(edit.key, "=")) return;
+    if (edit.letter.Lower() == "d" || !isName(edit.section, "]") || !isName(edit.key, "=")) return;
     const std::string lines = linesOf(ini);
-    const CString value = edit.code == 'i' ? CString(edit.value.ToInt()) : trimmed(edit.value);
+    const CString value = edit.letter == "i" ? CString(edit.value.ToInt()) : trimmed(edit.value);
     if (!edit.isBare()) same(ini.ReadString(edit.section, edit.key), value);
     check(edit.make(ini) != (edit.isBare() && !edit.key.IsEmpty()));
     check(linesOf(ini) == lines);
 }
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 2);
@@ -91,18 +87,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);
         for (const std::string& line : parts(input[1], "\n")) {
-            const Texts fields = parts(line, "|", 4);
-            const CString letter = fields[0].c_str();
-            const Edit edit{letter.Lower()[0], letter != letter.Lower() && letter != "I",
-                            fields[1].c_str(), fields[2].c_str(), fields[3].c_str()};
+            const std::vector<CString> fields = strings(parts(line, "|", 4));
+            const Edit edit{fields[0], fields[1], fields[2], fields[3]};
             lookupsAgree(ini, edit.section, edit.key);
             const bool addsBlanks = edit.isBare() && trimmed(edit.key) != edit.key;
-            if (!CString("sibd").IsSubstring(letter.Lower()) || addsBlanks) continue;
+            if (!CString("sSibBdD").IsSubstring(edit.letter) || addsBlanks) continue;
             const std::string before = linesOf(ini);
             if (edit.make(ini)) {
                 whatWasSetIsThere(ini, edit);
                 inMemory = linesOf(ini);
-                if (edit.isFlushed) onDisk = inMemory;
+                if (edit.isFlushed()) onDisk = inMemory;
             }
             anEditChangesOnePlaceBeforeTheBlanks("top\n" + before, "top\n" + linesOf(ini));
             check(getFile(kPath) == onDisk);

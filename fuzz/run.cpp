@@ -12,7 +12,6 @@
 
 int slotrpt_main(int argc, char* argv[]);
 
-namespace {
 const std::string kFolder = scratch("rwise/ini/"), kMap = kFolder + "syscfg.ini";
 const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther = scratch("other");
 
@@ -42,15 +41,11 @@ void bothWordSizesAgree(const std::string& report) {
     const int status = std::system(("\"$SLOTRPT_X86\" " + kScan + " >" + kOther).c_str());
     check(getFile(kOther) + std::to_string(WEXITSTATUS(status)) == report);
 }
-}  // namespace
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    std::filesystem::create_directories(kFolder);
-    return setenv("RWCD", scratch("").c_str(), 1);
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
+    std::filesystem::create_directories(kFolder);
+    setenv("RWCD", scratch("").c_str(), 1);
     std::ofstream(kScan) << input[0];
     std::ofstream(kMap) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];

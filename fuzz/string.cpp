@@ -3,7 +3,6 @@
 
 #include "fuzz.h"
 
-namespace {
 // Longer than the texts whose buffers fit exactly, but short, since a turn tries each position.
 constexpr unsigned kLongest = 48;
 
@@ -82,13 +81,12 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
         CString token = i == 0 ? walked.StrTok(sep) : walked.StrTok();
         walked = "changed";  // the walk goes on over the old text
         same(token, list.GetToken(i, sep));
-        if (i != 0) joined += sep;
         check(list.IsToken(token, sep) && list.FindToken(token, sep) <= lengthOf(joined));
         check(token.IsEmpty() || list.Mid(list.FindToken(token, sep), 0).StartsWith(token));
-        joined += token;
+        joined += token + sep;
         same(parsed[i], token.Trim());
     }
-    same(joined, list);
+    same(joined, list + sep);
     same(walked.StrTok() + walked.StrTok() + list.GetToken(total, sep), "");
     check(walked.ParseTokens(parsed, 1, sep) == 1);
     joined = CString(list).StrTok() + CString(list).StrBreak() + walked.StrBreak(sep);
@@ -138,13 +136,11 @@ void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     same((head + "/").AddPath("/" + tail), head + "/" + tail);
     same(CString(head).AddPath(tail), head + "/" + tail);
 }
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    const Texts texts = parts({data, data + size}, "|", 2);
+    const std::vector<CString> texts = strings(parts({data, data + size}, "|", 2));
     for (std::size_t i = 1; i < texts.size() && i < 8; ++i) {
-        const CString text = CString(texts[i - 1].c_str()).Left(kLongest);
-        const CString other = CString(texts[i].c_str()).Left(kLongest);
+        const CString text = texts[i - 1].Left(kLongest), other = texts[i].Left(kLongest);
         partsMakeTheWhole(text, other);
         aLockedStringKeepsStill(text, other);
         searchesAgree(text, other);
