@@ -1,5 +1,4 @@
 // Any bytes as the declarations and words of a command line, and as a file with a version stamp.
-//
 // The input is the lines of four parts, divided by lines "%%": declarations, words, the file,
 // versions. A declaration is the mode ("0" to "3"), "!" when it is required, and the name.
 
@@ -7,10 +6,8 @@
 #include "util/CLParams.h"
 #include "util/MyFileIO.h"
 
-using Lines = std::vector<CString>;
-
 // The result and the number of characters, then each value, behind a "+" when it was found.
-CString parse(const Lines& table, const Lines& words, bool caseSensitive) {
+CString parse(const Strings& table, const Strings& words, bool caseSensitive) {
     CCLParams params;
     for (const CString& entry : table)
         params.Add(entry.c_str() + (entry[1] == '!' ? 2 : 1),
@@ -27,7 +24,7 @@ CString parse(const Lines& table, const Lines& words, bool caseSensitive) {
     return all;
 }
 
-void aParseTakesAllWordsUnlessAModeIsUnknown(const Lines& table, const Lines& words) {
+void aParseTakesAllWordsUnlessAModeIsUnknown(const Strings& table, const Strings& words) {
     const CString outcome = parse(table, words, false);
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
@@ -36,7 +33,7 @@ void aParseTakesAllWordsUnlessAModeIsUnknown(const Lines& table, const Lines& wo
     check(outcome[0] != '0' || anyBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
-void theCaseMattersWhereItIsAskedFor(Lines table, Lines words) {
+void theCaseMattersWhereItIsAskedFor(Strings table, Strings words) {
     const CString outcome = parse(table, words, false);
     for (CString& entry : table) entry.ToUpper();
     for (CString& word : words) word.ToUpper();
@@ -75,7 +72,7 @@ void versionsAreOrdered(const CString& first, const CString& second) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 4);
-    Lines table, words = strings(parts(input[1], "\n"));
+    Strings table, words = strings(parts(input[1], "\n"));
     for (const CString& line : strings(parts(input[0], "\n")))
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
     if (!table.empty()) aParseTakesAllWordsUnlessAModeIsUnknown(table, words);

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 // A fuzz target is a list of properties: functions that are named for what must hold, whatever the
 // input is. The stack of a finding names the property that does not hold.
 using Texts = std::vector<std::string>;
+using Strings = std::vector<CString>;
 
 inline void check(bool holds) {
     if (!holds) std::abort();
@@ -31,13 +33,12 @@ inline Texts parts(std::string input, const std::string& separator, std::size_t 
     return all;
 }
 
-inline std::vector<CString> strings(const Texts& texts) {
-    std::vector<CString> all;
+inline Strings strings(const Texts& texts) {
+    Strings all;
     for (const std::string& text : texts) all.push_back(text.c_str());
     return all;
 }
 
-// The path of a file in the folder TMPDIR, which belongs to this process.
 inline std::string scratch(const std::string& name) { return std::getenv("TMPDIR") + ("/" + name); }
 
 inline std::string getFile(const std::string& path) {

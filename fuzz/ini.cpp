@@ -2,14 +2,11 @@
 // entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
 // "d" even if it is there. "S", "B" and "D" write the document back.
 
-#include <iterator>
-
 #include "fuzz.h"
 #include "util/IniFile.h"
 #include "util/MyFileIO.h"
 
 const std::string kPath = scratch("document"), kCopy = scratch("copy");
-
 CString trimmed(CString text) { return text.Trim(); }
 
 struct Edit {
@@ -24,7 +21,7 @@ struct Edit {
     }
 };
 
-// Checks the links on the way. The first line has a link to the last one.
+// Checks the links on the way.
 std::string linesOf(const CIniFile& ini) {
     std::string text;
     for (const auto* line = ini.GetFirstLine(); line; line = line->pNext) {
@@ -65,7 +62,6 @@ void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::strin
     check(a.size() - a.find_last_not_of('\n') == b.size() - b.find_last_not_of('\n'));
 }
 
-// Whether a line can hold the text as a name.
 bool isName(const CString& text, const char* end) {
     return trimmed(text) == text && !text.IsSubstring(end) && text[0] != '[' && text[0] != ';';
 }
@@ -87,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);
         for (const std::string& line : parts(input[1], "\n")) {
-            const std::vector<CString> fields = strings(parts(line, "|", 4));
+            const Strings fields = strings(parts(line, "|", 4));
             const Edit edit{fields[0], fields[1], fields[2], fields[3]};
             lookupsAgree(ini, edit.section, edit.key);
             const bool addsBlanks = edit.isBare() && trimmed(edit.key) != edit.key;

@@ -5,13 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-
 #include "fuzz.h"
 #include "util/IniFile.h"
 
 int slotrpt_main(int argc, char* argv[]);
-
 const std::string kFolder = scratch("rwise/ini/"), kMap = kFolder + "syscfg.ini";
 const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther = scratch("other");
 
@@ -27,13 +24,6 @@ std::string convert() {
     return getFile(kReport) + std::to_string(status);
 }
 
-void aReportIsWholeOrEndsInTheError(const std::string& report) {
-    const auto has = [&](const char* line) { return report.find(line) != report.npos; };
-    check(report.find("[MACH]\nSystemID = ") == 0);
-    check(has("\n[DETECTED_BY_GROUP]\nDASDAdapters = ") == (report.back() == '0'));
-    check(has("\n!Error!  Could not find PCI information.  !Error!\n1") == (report.back() == '1'));
-}
-
 void bothWordSizesAgree(const std::string& report) {
     static const char* const step = std::getenv("SLOTRPT_X86_STEP");
     static int inputs = 0;
@@ -44,8 +34,8 @@ void bothWordSizesAgree(const std::string& report) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
-    std::filesystem::create_directories(kFolder);
-    setenv("RWCD", scratch("").c_str(), 1);
+    static const bool ready = std::system(("mkdir -p " + kFolder).c_str()) == 0;
+    check(ready && setenv("RWCD", scratch("").c_str(), 1) == 0);
     std::ofstream(kScan) << input[0];
     std::ofstream(kMap) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];
@@ -53,8 +43,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     if (CIniFile(kScan.c_str()).ReadInteger("PCI", "Total_Number_Of_Devices") > 1000 &&
         !CIniFile(kMap.c_str()).ReadString("PCIIDMap", "0x00000000").IsEmpty())
         return -1;
-    const std::string report = convert();
-    aReportIsWholeOrEndsInTheError(report);
-    bothWordSizesAgree(report);
+    bothWordSizesAgree(convert());
     return 0;
 }
