@@ -9,12 +9,6 @@ long filesIn(const std::string& folder) {
     return std::distance(std::filesystem::directory_iterator(folder), {});
 }
 long openFiles() { return filesIn("/proc/self/fd"); }
-
-std::string utf16(const std::string& text) {
-    std::string bytes;
-    for (const char c : text) bytes += {c, '\0'};
-    return bytes;
-}
 }  // namespace
 
 TEST(Files, AreReadLineByLine) {
@@ -108,47 +102,4 @@ TEST(Files, AreCopiedByteForByte) {
     EXPECT_TRUE(CMyFileIO::CopyFile(target, target));  // leaves it alone
     EXPECT_TRUE(bytes == readFile(copy));
     EXPECT_FALSE(CMyFileIO::CopyFile(source, folder.path().c_str()));
-    for (const bool readOnly : {true, false}) {
-        EXPECT_TRUE(CMyFileIO::SetReadOnly(target, readOnly));
-        const auto mode = std::filesystem::status(copy).permissions();
-        EXPECT_EQ(readOnly ? 0400 : 0200, static_cast<int>(mode));
-    }
-}
-
-TEST(Files, CarryAVersionStamp) {
-    const std::string end(2, '\0'), key = utf16("FileVersion") + end, value = utf16("4.5") + end;
-    const std::string large(100, '5');
-    const std::tuple<std::string, bool, std::string> kStamps[] = {
-        {"MZ" + key + end + value + key + value, true, "4.5"},  // the first of two
-        {key + utf16(large) + end, true, large},                // longer than the room at first
-        {key + utf16("4.5") + end.substr(1), false, "4.5"},     // cut in the value
-        {utf16("FileVer") + "x" + key + value, true, "4.5"},    // behind a part of the key
-        {utf16("FileVersioX") + end + value, true, "4.5"},      // whose last letter does not count
-        {"F" + key + value, false, ""},  // a byte that ends a match does not begin the next one
-    };
-    const ScratchFolder folder;
-    for (const auto& [bytes, isFound, expected] : kStamps) {
-        SCOPED_TRACE(bytes);
-        CString version = "old";
-        CMyFileIO file(folder.file("a.exe", bytes).c_str());
-        EXPECT_EQ(isFound, file.GetFileVersion(version));
-        EXPECT_EQ("old" + expected, version.c_str());  // which is appended to
-    }
-}
-
-TEST(Files, HaveVersionsAndCommentsToTell) {
-    const std::tuple<const char*, const char*, int> kVersions[] = {
-        {"5.0.2195.1620", " 5.0.2195.1620.9\n", 0},  // only four fields count
-        {"5.0.0.2", "5.0.0.1", 1},                   // but all of them
-        {"5.10", "5.9.9.9", 1},                      // as numbers, up to the first difference
-        {"6.0.0 7.7", "6.0.0.7", -1},                // without what follows a blank
-        {"6.12a", "6.12.0.x", 0},                    // a field that is no number is 0
-    };
-    for (const auto& [first, second, order] : kVersions) {
-        EXPECT_EQ(order, CMyFileIO::CompareFileVersion(first, second)) << first;
-        EXPECT_EQ(-order, CMyFileIO::CompareFileVersion(second, first)) << first;
-    }
-    for (const char* line : {"; x", " \t# x", "// x"})
-        EXPECT_TRUE(CMyFileIO::IsComment(line)) << line;
-    for (const char* line : {"/ x", "x ;", ""}) EXPECT_FALSE(CMyFileIO::IsComment(line)) << line;
 }
