@@ -29,17 +29,5 @@ TEST(Paths, AreJoinedByOneSlash) {
         for (const char* part : {"x", "/x"}) EXPECT_STREQ("a/x", CString(start).AddPath(part));
     EXPECT_STREQ("/x", CString().AddPath("/x"));
     EXPECT_STREQ("a", CString("a").AddPath(""));
-    EXPECT_STREQ("d/f.txt", CString().MakePath("C:", "d/", "/f", ".txt"));
     EXPECT_EQ("../x", CString("../x").GetAbsolutePath());
-}
-
-TEST(Paths, ChangeCaseInPlaceOrInACopy) {
-    CString s = "ab1\xE4[`{";  // only ASCII letters have a case
-    EXPECT_EQ("AB1\xE4[`{", s.Upper());
-    EXPECT_EQ("aB1\xE4[`{", s.ToUpper(1));
-    EXPECT_EQ("", s.ToUpper(7));
-    EXPECT_EQ("AB1\xE4[`{", s.ToUpper());
-    EXPECT_EQ("ab1\xE4[`{", s.Lower());
-    EXPECT_EQ("aB1\xE4[`{", s.ToLower(0));
-    EXPECT_EQ("ab1\xE4[`{", s.ToLower());
 }

@@ -37,11 +37,6 @@ TEST(Tokens, AreWalkedOverASnapshot) {
     EXPECT_EQ("", copy.StrTok());  // a walk is not copied
     list = "k:v:w";
     for (const char* token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
-    EXPECT_EQ("k:v:w", list.StrTok(""));
-    EXPECT_EQ("k:", list.StrBreak(":"));
-    for (int i = 0; i < 2; ++i) EXPECT_EQ("v:w", list.StrBreak());
-    EXPECT_EQ("k:v:w", list.StrBreak("="));
-    EXPECT_EQ("", list.StrBreak());
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
@@ -55,28 +50,4 @@ TEST(Tokens, AreFoundAsTheyAre) {
         EXPECT_EQ(position >= 0, list.IsToken(token, ",")) << list;
     }
     EXPECT_EQ(0, CString("a").FindToken("x", ""));  // an empty separator is found at once
-}
-
-TEST(Tokens, AreInsertedBeforeAnother) {
-    const std::tuple<CString, const char*, const char*, CString> kInserted[] = {
-        {"a,c", "b", "C", "a,b,c"},  // in any case
-        {"a,c", "b", "z", "a,c,b"}, {"a", "b", "", "b,a"},
-        {"", "b", "", "b"},         {"a,b", "", "b", "a,b"},
-    };
-    for (auto [list, token, before, expected] : kInserted) {
-        list.InsertToken(token, before, ",");
-        EXPECT_EQ(expected, list);
-    }
-}
-
-TEST(Tokens, AreSorted) {
-    const std::pair<CString, CString> kSorted[] = {
-        {"pear,Fig,apple,fig", "Fig,apple,fig,pear"},
-        {" b,,a c,a b,b,A ", "A,a b,a c,b,b"},  // empty ones go, blanks inside stay
-        {",", ","},
-    };
-    for (auto [list, expected] : kSorted) {
-        list.SortTokens(",");
-        EXPECT_EQ(expected, list);
-    }
 }
