@@ -27,11 +27,9 @@ struct Message {
 };
 const Message kMessages[] = {
     {0, "D", ""},  // not a kind
-    {Error::ecSystem, "D", "General System Error\n\nD"},
     {Error::ecProgram, "D", "General Program Error\n\nD"},
     {Error::ecCustom, kLarge.c_str(), kLarge.substr(0, 510)},  // cut at 511, a line feed included
     {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
-    {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
     {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
     {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
     {Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},

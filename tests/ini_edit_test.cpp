@@ -13,15 +13,12 @@ const Edit kEdits[] = {
     // The first entry of the key, or what looks like one in a comment; the line becomes the new
     // one.
     {" [a]\r\n\tk=1 ; old\r\n\r\nK=3", "A", "K", " \t", "[a]\nK =\n\nK=3\n"},
-    {"[A]\n;K = 1\n", "A", ";K", "2", "[A]\n;K = 2\n"},
     // A new entry stands before the blank lines that end the section, the first of its name.
     {"[A]\n[A]\nK = 1\n", "A", "K", "2", "[A]\nK = 2\n\n[A]\nK = 1\n"},
     {"[A]\nK = 1\n\n\n[B]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[B]\n"},
-    {"[B]\nX = 2\n\n\n", "B", "N", "5", "[B]\nX = 2\nN = 5\n\n\n"},
     // So does a new section, behind one blank line.
     {"X = 2\n\n\n", "C", "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
     {"\n \n", "C", "K", "1", "[C]\nK = 1\n\n\n"},
-    {"X = 2", "c", "", "", "X = 2\n\n[c]\n"},
     {"[A]\n\n[B]\n", "A", "", "", "[A]\n\n[B]\n"},  // which is there already
     // Another case, or another section, makes no duplicate of a bare line.
     {"[A]\n\nitem\n[B]\nItem\n", "A", "", "Item", "[A]\n\nitem\nItem\n\n[B]\nItem\n"},
