@@ -90,6 +90,15 @@ TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     for (int i = 0; i < 2; ++i) EXPECT_EQ(nullptr, list.getNextDeviceFromList());
 }
 
+TEST(Inventory, ListsBothSystemAdaptersForAnEmptyKeyword) {
+    Inventory list(kNIC);
+    list.setSystemKeyword("");  // part of every list of systems, even of a missing one
+    list.sortDevicesByType();
+    EXPECT_EQ("STORMPETREL,CORVEL_ADV_SYS_MGT_ISA_CONTROLLER", list.getServiceProcessorDevices());
+    EXPECT_EQ("", list.getSysINIPathName());         // there is no "_"
+    EXPECT_EQ("a,,", list.addItemToList("a,", ""));  // nothing is trimmed or left out
+}
+
 TEST(Inventory, FreesAMillionItemsWithoutRecursion) {
     PCIDeviceItem* const first = new PCIDeviceItem;
     PCIDeviceItem* last = first;

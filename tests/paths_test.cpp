@@ -31,3 +31,10 @@ TEST(Paths, AreJoinedByOneSlash) {
     EXPECT_STREQ("a", CString("a").AddPath(""));
     EXPECT_EQ("../x", CString("../x").GetAbsolutePath());
 }
+
+TEST(Paths, ChangeCaseInPlaceOrInACopy) {
+    CString s = "ab1\xE4[`{";  // only ASCII letters have a case
+    EXPECT_EQ("AB1\xE4[`{", s.Upper());
+    EXPECT_EQ("aB1\xE4[`{", s.ToUpper(1));
+    EXPECT_EQ("ab1\xE4[`{", s.ToLower());
+}
