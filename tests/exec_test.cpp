@@ -27,6 +27,7 @@ const Failure kFailures[] = {
     {"no program", [](CExec&) {}, ENOENT, kExecute + "no-such" + kNotFound},
     {"initialized", [](CExec& exec) { exec.Initialize(); }, 0, "\n\n\n"},
     {"an empty command", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
+    {"only blanks", [](CExec& exec) { exec.Execute(" "); }, ENOENT, kExecute + " " + kNotFound},
     {"no words for it", [](CExec& exec) { exec.Execute("/"); }, EACCES, kExecute + "/\n\n\n"},
     {"too large an environment",
      [](CExec& exec) {

@@ -8,6 +8,7 @@ TEST(Paths, AreSplit) {
         {"dir/a:b", "dir/a:", "", "b", "", "dir", "a:b"},              // a drive may hold a "/"
         {"C:a:b", "C:", "", "a:b", "", "C", "a:b"},                    // the first ":" divides
         {"a\\b.html", "", "", "a\\b.html", "", "", "a\\b.html"},       // more than three characters
+        {"d/.txt", "", "d/", "", ".txt", "d", ".txt"},                 // only an extension
         {" /tmp/a.b.\n", "", "/tmp/", "a.b", ".", " /tmp", "a.b.\n"},  // only a split trims
     };
     for (const Path& row : kPaths) {

@@ -19,6 +19,7 @@ void expectOrder(int order, const A& a, const B& b) {
 TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
     EXPECT_EQ("4294967295", CString(UINT_MAX));
+    EXPECT_EQ("-12", CString(-12L));
     const std::pair<CString, int> kNumbers[] = {{" \t-12a", -12},
                                                 {"+7", 7},
                                                 {"010", 10},
@@ -114,6 +115,7 @@ TEST(Strings, AreCutAndTrimmed) {
     s = " \tkey = v\r\n";
     EXPECT_STREQ("key = v\r", s.Trim());  // carriage return is no blank
     EXPECT_STREQ("y = v\r", s.TrimLeft("ek\r"));
+    EXPECT_STREQ(" = ", s.Trim("vy\r"));
 }
 
 TEST(Strings, KeepStillWhileLocked) {
@@ -140,4 +142,10 @@ TEST(Strings, KeepStillWhileLocked) {
     s += "x";
     EXPECT_STREQ("777x", s.GetBuffer());
     EXPECT_STREQ("", s.GetBuffer(0));  // empties
+}
+
+TEST(Strings, TakeTheirTextOutOfAnArray) {
+    CString s;
+    s.Converter(CString("abc").GetCharString(), 2);
+    EXPECT_EQ("ab", s);
 }

@@ -51,3 +51,14 @@ TEST(Tokens, AreFoundAsTheyAre) {
     }
     EXPECT_EQ(0, CString("a").FindToken("x", ""));  // an empty separator is found at once
 }
+
+TEST(Tokens, AreSorted) {
+    const std::pair<CString, CString> kSorted[] = {
+        {"pear,,Fig,a b,fig", "Fig,a b,fig,pear"},  // in byte order; empty ones go
+        {",", ","},
+    };
+    for (auto [list, expected] : kSorted) {
+        list.SortTokens(",");
+        EXPECT_EQ(expected, list);
+    }
+}
