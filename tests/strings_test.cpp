@@ -20,6 +20,7 @@ TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
     EXPECT_EQ("4294967295", CString(UINT_MAX));
     EXPECT_EQ("-12", CString(-12L));
+    EXPECT_EQ("-1.23457e+06", CString(-1234567.0));  // six digits
     const std::pair<CString, int> kNumbers[] = {{" \t-12a", -12},
                                                 {"+7", 7},
                                                 {"010", 10},

@@ -37,6 +37,9 @@ TEST(Tokens, AreWalkedOverASnapshot) {
     EXPECT_EQ("", copy.StrTok());  // a walk is not copied
     list = "k:v:w";
     for (const char* token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
+    EXPECT_EQ("k", list.StrTok(":"));
+    EXPECT_EQ("k:v:w", list.StrTok(","));  // ends the walk before it
+    EXPECT_EQ("", list.StrTok());
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
@@ -50,6 +53,12 @@ TEST(Tokens, AreFoundAsTheyAre) {
         EXPECT_EQ(position >= 0, list.IsToken(token, ",")) << list;
     }
     EXPECT_EQ(0, CString("a").FindToken("x", ""));  // an empty separator is found at once
+}
+
+TEST(Tokens, AreInsertedBeforeAnotherInAnyCase) {
+    CString list = "a,c";
+    list.InsertToken("b", "C", ",");
+    EXPECT_EQ("a,b,c", list);
 }
 
 TEST(Tokens, AreSorted) {
