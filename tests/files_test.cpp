@@ -103,3 +103,15 @@ TEST(Files, AreCopiedByteForByte) {
     EXPECT_TRUE(bytes == readFile(copy));
     EXPECT_FALSE(CMyFileIO::CopyFile(source, folder.path().c_str()));
 }
+
+TEST(Files, CarryAVersionStamp) {
+    std::string bytes;
+    for (const char c : std::string("MZFileVersion\n4.5\n6\n"))
+        bytes += {c == '\n' ? '\0' : c, '\0'};  // a text ends with three zeros, or more
+    const ScratchFolder folder;
+    CString version = "old";
+    EXPECT_TRUE(CMyFileIO::GetFileVersion(folder.file("a.exe", bytes).c_str(), version));
+    EXPECT_EQ("old4.5", version);  // which is appended to
+    EXPECT_EQ(0, CMyFileIO::CompareFileVersion(version, "x.5"));
+    EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("5.9", "5.10"));
+}

@@ -13,6 +13,7 @@ const Edit kEdits[] = {
     // The first entry of the key, or what looks like one in a comment; the line becomes the new
     // one.
     {" [a]\r\n\tk=1 ; old\r\n\r\nK=3", "A", "K", " \t", "[a]\nK =\n\nK=3\n"},
+    {"[A]\n;K = 1\n", "A", ";K", "2", "[A]\n;K = 2\n"},
     // A new entry stands before the blank lines that end the section, the first of its name.
     {"[A]\n[A]\nK = 1\n", "A", "K", "2", "[A]\nK = 2\n\n[A]\nK = 1\n"},
     {"[A]\nK = 1\n\n\n[B]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[B]\n"},

@@ -19,6 +19,9 @@ const Lookup kLookups[] = {
     {"[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},             // the first entry
     {"[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},               // the first section only
     {"K = v\n[S]\nK = w\n", "", "K", "v"},                        // above the first header
+    {"[S]]\nK = v\n", "S]", "K", "absent"},                       // the first "]" ends a name
+    {"[S]\na=b = v\n", "S", "a=b", "absent"},                     // the first "=" ends a key
+    {"[S]\nK = v\n", "S", "K ", "absent"},                        // a request is not trimmed
     {"[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},           // whole names only
 };
 
