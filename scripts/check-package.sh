@@ -56,6 +56,7 @@ done
 
 root=$work/debian
 mmdebstrap --quiet --variant=essential bookworm "$root"
+# All files but the log of dpkg, which its first call creates.
 names() { find "$root" -xdev ! -path '*/var/log/dpkg.log' | sort; }
 chroot "$root" dpkg --add-architecture i386
 cp build/package/*.deb "$root"
