@@ -6,19 +6,20 @@
 #include "util/CLParams.h"
 #include "util/MyFileIO.h"
 
+const char* nameIn(const CString& entry) { return entry.c_str() + (entry[1] == '!' ? 2 : 1); }
+
 // The result and the number of characters, then each value, behind a "+" when it was found.
 CString parse(const Strings& table, const Strings& words, bool caseSensitive) {
     CCLParams params;
     for (const CString& entry : table)
-        params.Add(entry.c_str() + (entry[1] == '!' ? 2 : 1),
-                   static_cast<CCLParams::CLParamModes>(entry[0] - '0'), entry[1] == '!');
+        params.Add(nameIn(entry), static_cast<CCLParams::CLParamModes>(entry[0] - '0'),
+                   entry[1] == '!');
     std::vector<const char*> argv;
     for (const CString& word : words) argv.push_back(word.c_str());
     const int argc = static_cast<int>(argv.size());
     CString all = params.Parse(argc, argv.data(), caseSensitive), named, value;
     all += " " + CString(params.GetNumberOfCommandLineCharacters());
-    const CString first = table[0].c_str() + (table[0][1] == '!' ? 2 : 1);
-    check(params.GetValue(first, named) == params.GetValue(1, value) && named == value);
+    check(params.GetValue(nameIn(table[0]), named) == params.GetValue(1, value) && named == value);
     for (unsigned i = 0; i <= table.size() + 1; ++i)
         all += (params.GetValue(i, value) ? "\n+" : "\n-") + value;
     return all;
