@@ -111,7 +111,7 @@ TEST(Files, CarryAVersionStamp) {
     const ScratchFolder folder;
     CString version = "old";
     EXPECT_TRUE(CMyFileIO::GetFileVersion(folder.file("a.exe", bytes).c_str(), version));
-    EXPECT_EQ("old4.5", version);  // which is appended to
-    EXPECT_EQ(0, CMyFileIO::CompareFileVersion(version, "x.5"));
+    EXPECT_EQ("old4.5", version);                                  // which is appended to
+    EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5"));  // what is no number counts as 0
     EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("5.9", "5.10"));
 }
