@@ -27,6 +27,7 @@ const Failure kFailures[] = {
     {"no program", [](CExec&) {}, ENOENT, kExecute + "no-such" + kNotFound},
     {"initialized", [](CExec& exec) { exec.Initialize(); }, 0, "\n\n\n"},
     {"an empty command", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
+    {"nothing", [](CExec& exec) { exec.Execute(""); }, ENOENT, kExecute + kNotFound},
     {"only blanks", [](CExec& exec) { exec.Execute(" "); }, ENOENT, kExecute + " " + kNotFound},
     {"no words for it", [](CExec& exec) { exec.Execute("/"); }, EACCES, kExecute + "/\n\n\n"},
     {"too large an environment",
@@ -70,11 +71,12 @@ TEST(Exec, PutsTheLastFailureIntoWords) {
         SCOPED_TRACE(row.name);
         const Outcome run = withUsualPath([&] {
             CExec exec("no-such");
-            exec.Execute();
+            const bool isExecuted = exec.Execute();
             row.then(exec);
             std::printf("%d, shown as %d", exec.GetLastError(), exec.DisplayLastError());
-            return 0;
+            return isExecuted ? 1 : 0;
         });
+        EXPECT_EQ(0, run.status);
         const std::string error = std::to_string(row.error);
         EXPECT_EQ(error + ", shown as " + error, run.out);
         EXPECT_EQ("\n\nGeneral System Error\n\n" + row.words + "\n", run.err);

@@ -35,6 +35,7 @@ const Parse kParses[] = {
     // A switch equals its argument. What nothing accepts ends the parse.
     {{{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}}, {"-qa", "/vx", "/v"}, 1, 4},
     {{{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}}, {"/v"}, 1, 3},
+    {{{kSwitch, "/v", ""}}, {"/v", "/v"}, 1, 3},
     // An entry of no mode is an error only when it is asked.
     {{{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}}, {"/v"}, 2, 0},
     {{{kSwitch, "/v", ""}, {kNone, "-", nullptr}}, {"/v"}, 0, 3},

@@ -40,6 +40,9 @@ TEST(Tokens, AreWalkedOverASnapshot) {
     EXPECT_EQ("k", list.StrTok(":"));
     EXPECT_EQ("k:v:w", list.StrTok(","));  // ends the walk before it
     EXPECT_EQ("", list.StrTok());
+    EXPECT_EQ("k:", list.StrBreak(":"));
+    EXPECT_EQ("k:v:w", list.StrBreak(","));  // so does this
+    EXPECT_EQ("", list.StrBreak());
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
