@@ -106,7 +106,7 @@ TEST(Files, AreCopiedByteForByte) {
 
 TEST(Files, CarryAVersionStamp) {
     std::string bytes;
-    for (const char c : std::string("MZFileVersion\n4.5\n6\n"))
+    for (const char c : std::string("MZFileVersion\n\n4.5\n6\n"))
         bytes += {c == '\n' ? '\0' : c, '\0'};  // a text ends with three zeros, or more
     const ScratchFolder folder;
     CString version = "old";
@@ -114,4 +114,5 @@ TEST(Files, CarryAVersionStamp) {
     EXPECT_EQ("old4.5", version);                                  // which is appended to
     EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5"));  // what is no number counts as 0
     EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("5.9", "5.10"));
+    EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("6.0.0 7.7", "6.0.0.7"));  // cut at the blank
 }
