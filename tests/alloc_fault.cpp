@@ -12,7 +12,6 @@
 // What the C library keeps its own allocator under.
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
-extern "C" void* __libc_realloc(void* block, std::size_t size);
 
 namespace {
 const char* g_orders = nullptr;  // null until the program itself is about to start
@@ -39,7 +38,4 @@ __attribute__((destructor)) void finish() {
 extern "C" void* malloc(std::size_t size) { return fails() ? nullptr : __libc_malloc(size); }
 extern "C" void* calloc(std::size_t count, std::size_t size) {
     return fails() ? nullptr : __libc_calloc(count, size);
-}
-extern "C" void* realloc(void* block, std::size_t size) {
-    return fails() ? nullptr : __libc_realloc(block, size);
 }

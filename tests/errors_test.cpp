@@ -26,7 +26,6 @@ struct Message {
     std::string text;
 };
 const Message kMessages[] = {
-    {0, "D", ""},  // not a kind
     {Error::ecProgram, "D", "General Program Error\n\nD"},
     {Error::ecCustom, kLarge.c_str(), kLarge.substr(0, 510)},  // cut at 511, a line feed included
     {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
@@ -34,9 +33,8 @@ const Message kMessages[] = {
     {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
     {Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},
     {Error::ecParse, "", kParse + kCorrupt},  // no blank line for an empty detail
-    {Error::ecParse, kLarge.c_str(), (kParse + kLarge).substr(0, 510)},
     {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
-    {Error::ecTcpIp + 1, "D", ""},
+    {Error::ecTcpIp + 1, "D", ""},  // not a kind
 };
 }  // namespace
 

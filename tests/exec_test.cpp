@@ -5,14 +5,6 @@
 #include "support.h"
 
 namespace {
-// The same on every machine: a folder in PATH that cannot be searched would give another error.
-Outcome withUsualPath(const std::function<int()>& body) {
-    return inChild([&] {
-        setenv("PATH", "/usr/bin:/bin", 1);
-        return body();
-    });
-}
-
 const std::string kRun = "System call failed.  Unable to run ";
 const std::string kExecute = "Exec call failed.  Unable to run ";
 const std::string kNotFound = "\n\nPath or file name not found.\n";
@@ -24,11 +16,9 @@ struct Failure {
     std::string words;
 };
 const Failure kFailures[] = {
-    {"no program", [](CExec&) {}, ENOENT, kExecute + "no-such" + kNotFound},
     {"initialized", [](CExec& exec) { exec.Initialize(); }, 0, "\n\n\n"},
     {"an empty command", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
     {"nothing", [](CExec& exec) { exec.Execute(""); }, ENOENT, kExecute + kNotFound},
-    {"only blanks", [](CExec& exec) { exec.Execute(" "); }, ENOENT, kExecute + " " + kNotFound},
     {"no words for it", [](CExec& exec) { exec.Execute("/"); }, EACCES, kExecute + "/\n\n\n"},
     {"too large an environment",
      [](CExec& exec) {
@@ -56,12 +46,11 @@ TEST(Exec, RunsACommandWhateverItsStatus) {
 
 TEST(Exec, BecomesTheProgramOfACommand) {
     const std::pair<const char*, const char*> kCommands[] = {
-        {" \techo  a   b\t ", "a b\n"},    // through PATH; empty words are dropped
-        {"/bin/sh -c echo\t$0", "sh\n"},   // argument 0 is the bare name; a tab divides nothing
-        {"echo \"a \t c'\n", "\"a c'\n"},  // no quoting; a word of blanks is dropped
+        {"/bin/sh -c echo\t$0", "sh\n"},     // argument 0 is the bare name; a tab divides nothing
+        {"  echo \"a \t c'\n", "\"a c'\n"},  // no quoting; words of blanks are dropped
     };
     for (const auto& [command, printed] : kCommands) {
-        const Outcome run = withUsualPath([&c = command] { return CExec().Execute(c) ? 98 : 99; });
+        const Outcome run = inChild([&c = command] { return CExec().Execute(c) ? 98 : 99; });
         EXPECT_EQ(printed, run.out) << command;
     }
 }
@@ -69,16 +58,16 @@ TEST(Exec, BecomesTheProgramOfACommand) {
 TEST(Exec, PutsTheLastFailureIntoWords) {
     for (const Failure& row : kFailures) {
         SCOPED_TRACE(row.name);
-        const Outcome run = withUsualPath([&] {
+        const Outcome run = inChild([&] {
+            setenv("PATH", "/bin", 1);  // a folder that cannot be searched gives another error
             CExec exec("no-such");
-            const bool isExecuted = exec.Execute();
+            if (exec.Execute()) return 1;
             row.then(exec);
-            std::printf("%d, shown as %d", exec.GetLastError(), exec.DisplayLastError());
-            return isExecuted ? 1 : 0;
+            std::printf("%d", exec.GetLastError());
+            return exec.DisplayLastError() == exec.GetLastError() ? 0 : 2;
         });
         EXPECT_EQ(0, run.status);
-        const std::string error = std::to_string(row.error);
-        EXPECT_EQ(error + ", shown as " + error, run.out);
+        EXPECT_EQ(std::to_string(row.error), run.out);
         EXPECT_EQ("\n\nGeneral System Error\n\n" + row.words + "\n", run.err);
     }
 }

@@ -1,4 +1,3 @@
-#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -6,7 +5,6 @@
 
 namespace fs = std::filesystem;
 using testing::EndsWith;
-using testing::HasSubstr;
 
 namespace {
 const std::string kTests = SLOTRPT_SOURCE_DIR "/tests/";
@@ -34,25 +32,6 @@ void expectReport(const std::string& scan, const std::string& cd, const std::str
     EXPECT_EQ(expected.find(kNoPCI) == std::string::npos ? 0 : 1, run.status);
 }
 
-// The machine alpha and its CD, with the files that its report is made of, to be spoilt.
-struct Machine : ScratchFolder {
-    const std::string cd = path("cd");
-    const std::string files[3] = {path("alpha.ini"), cd + "/rwise/ini/syscfg.ini",
-                                  cd + "/rwise/ini/ALPHA.ini"};
-    Machine() { fs::copy(kExamples, path(), fs::copy_options::recursive); }
-};
-
-struct Argument {
-    std::string text;
-    int status;
-};
-const Argument kArguments[] = {
-    {kExamples + "alpha.ini", 0},                   // the switch is not required
-    {kExamples + "/rwpm:alpha.ini", 0},             // nor has it to be in front
-    {"/rwpm:/rwpm:" + kExamples + "alpha.ini", 1},  // the second one is part of the path
-    {"/RWPM:" + kExamples + "alpha.ini", 1},        // so is one in another case
-};
-
 void limit(decltype(RLIMIT_CPU) resource, rlim_t most) {
     const rlimit limits = {most, most};
     setrlimit(resource, &limits);
@@ -75,8 +54,13 @@ TEST(Report, ShowsTheUsageWithoutAPath) {
 }
 
 TEST(Report, TakesThePathFromAroundTheFirstSwitch) {
-    for (const Argument& row : kArguments)
-        EXPECT_EQ(row.status, convert(kExamples + "cd", row.text.c_str()).status) << row.text;
+    const std::pair<std::string, int> kArguments[] = {
+        {kExamples + "/rwpm:alpha.ini", 0},             // which may stand anywhere
+        {"/rwpm:/rwpm:" + kExamples + "alpha.ini", 1},  // the second one is part of the path
+        {"/RWPM:" + kExamples + "alpha.ini", 1},        // so is one in another case
+    };
+    for (const auto& [argument, status] : kArguments)
+        EXPECT_EQ(status, convert(kExamples + "cd", argument.c_str()).status) << argument;
 }
 
 TEST(Report, EndsWhateverStandsInThePlaceOfAFile) {
@@ -84,16 +68,18 @@ TEST(Report, EndsWhateverStandsInThePlaceOfAFile) {
     const std::string fifo = made.path("fifo");
     ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
     // A folder, a pipe without a writer, an endless device, a file that cannot be read.
-    for (const std::string& useless :
-         {made.path(), fifo, std::string("/dev/zero"), std::string("/proc/self/mem")}) {
-        for (const int file : {0, 1, 2}) {
-            const Machine machine;
-            SCOPED_TRACE(machine.files[file] + " is " + useless);
-            fs::remove(machine.files[file]);
-            fs::create_symlink(useless, machine.files[file]);
-            const Outcome run = convert(machine.cd, machine.files[0].c_str());
-            EXPECT_EQ(file < 2 ? 1 : 0, run.status);
-            EXPECT_THAT(run.out, EndsWith(file < 2 ? kNoPCI : "\nOnBoardAdapters = \n"));
+    for (const char* useless : {"/tmp", fifo.c_str(), "/dev/zero", "/proc/self/mem"}) {
+        for (const char* file :
+             {"alpha.ini", "cd/rwise/ini/syscfg.ini", "cd/rwise/ini/ALPHA.ini"}) {
+            SCOPED_TRACE(std::string(file) + " is " + useless);
+            const ScratchFolder machine;
+            fs::copy(kExamples, machine.path(), fs::copy_options::recursive);
+            fs::remove(machine.path(file));
+            fs::create_symlink(useless, machine.path(file));
+            const Outcome run = convert(machine.path("cd"), machine.path("alpha.ini").c_str());
+            const bool isReport = run.status == 0;
+            EXPECT_EQ(file == std::string("cd/rwise/ini/ALPHA.ini"), isReport);
+            EXPECT_THAT(run.out, EndsWith(isReport ? "\nOnBoardAdapters = \n" : kNoPCI));
             EXPECT_EQ("", run.err);
         }
     }
@@ -104,9 +90,7 @@ TEST(Report, PassesOverOutputErrors) {
     ASSERT_EQ(0, pipe(ends));
     close(ends[0]);  // nobody reads
     const std::pair<const char*, Prepare> kOutputs[] = {
-        {"closed", [] { close(1); }},
         {"nothing open", [] { close(0), close(1), close(2); }},
-        {"full", [] { dup2(open("/dev/full", O_WRONLY), 1); }},
         {"not read", [&] { dup2(ends[1], 1); }},
 #ifndef __SANITIZE_ADDRESS__  // the sanitizer may meet the limit itself, before main
         {"limited in size", [] { limit(RLIMIT_FSIZE, 100); }},
@@ -126,14 +110,5 @@ TEST(Report, EndsAtOnceWhenMemoryCannotHoldTheAdapters) {
         convert(cd.path(), cd.file("scan.ini", total).c_str(), [] { limit(RLIMIT_CPU, 5); });
     EXPECT_EQ(1, run.status);
     EXPECT_THAT(run.out, EndsWith("\nMemory = \n"));  // no adapter
-    EXPECT_THAT(run.err, HasSubstr("Memory Allocation Error"));
-}
-
-TEST(Report, LeavesItsInputAlone) {
-    const Machine machine;
-    const auto past = fs::last_write_time(SLOTRPT_PROGRAM) - std::chrono::hours(1);
-    for (const std::string& file : machine.files) fs::last_write_time(file, past);
-    EXPECT_EQ(0, convert(machine.cd, machine.files[0].c_str()).status);
-    for (const std::string& file : machine.files)
-        EXPECT_EQ(past, fs::last_write_time(file)) << file;
+    EXPECT_THAT(run.err, testing::HasSubstr("Memory Allocation Error"));
 }
