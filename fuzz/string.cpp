@@ -118,7 +118,7 @@ void stringsAreOrderedByBytesBehindNull(const CString& a, const CString& b) {
     check(a.EqualsNoCase(b) == (a.Lower() == b.Lower()) && a.EqualsNoCase(a.Upper()));
     const char* const none = nullptr;
     check(none != a && a != none && !(none == a) && !(a == none));
-    check(none < a && none <= a && a > none && a >= none);
+    check(none < a && none <= a && !(none >= a) && a > none && a >= none && !(a <= none));
     check((" \n" + CString(a.ToInt()) + "x").ToInt() == a.ToInt());
 }
 

@@ -31,7 +31,9 @@ TEST(Tokens, AreWalkedOverASnapshot) {
     for (const char* token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
     EXPECT_EQ("k", list.StrTok(":"));
     EXPECT_EQ("k:v:w", list.StrTok(","));  // ends the walk before it
-    EXPECT_EQ("", list.StrTok());
+    EXPECT_EQ("k", list.StrTok(":"));
+    EXPECT_EQ("k:v:w", list.StrBreak(","));  // so does this
+    EXPECT_EQ("", list.StrBreak());
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
