@@ -24,7 +24,7 @@ TEST(Strings, AssignAndAppendEvenThemselves) {
     s += '\0';
     s += 'g';
     EXPECT_EQ("cdefefg", s);
-    s -= "ef";  // only the first one
+    s -= CString("ef");  // only the first one
     EXPECT_EQ("cdefg", s);
     s = 'x';
     EXPECT_EQ("x", s);
