@@ -54,7 +54,7 @@ void aValueEndsAtTheNextSwitch(const CString& word) {
 void theFirstStampIsFound(std::string bytes, const std::string& version) {
     const std::string path = scratch("program");
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
-    for (const char c : "FileVersion\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
+    for (const char c : "FileVersion\n\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
     for (const bool isWhole : {true, false}) {
         CString read = "old";
         std::ofstream(path) << bytes;
