@@ -78,10 +78,10 @@ TEST(Inventory, TakesTheStepsOfItsFlags) {
 TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     Inventory list(kNIC);
     EXPECT_TRUE(list.initialize(15));
+    list.resetList();
     EXPECT_TRUE(list.initialize(15));
     EXPECT_TRUE(list.scanPCIBusAndCreateList());
     EXPECT_EQ(0, list.getTotalNumDevices());  // only of what a scan added
-    list.resetList();
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
 }
