@@ -114,7 +114,8 @@ void stringsAreOrderedByBytesBehindNull(const CString& a, const CString& b) {
     check((a == b) == (order == 0) && (a != b) == (order != 0) && a.Equals(b) == (order == 0));
     check((a < b) == (order < 0) && (a <= b) == (order <= 0) && (a.Compare(b) < 0) == (order < 0));
     check((a > b) == (order > 0) && (a >= b) == (order >= 0) && (a.c_str() > b) == (order > 0));
-    check((a.c_str() < b) == (order < 0) && (a.c_str() == b) == (order == 0));
+    check((a.c_str() < b) == (order < 0) && (a.c_str() >= b) == (order >= 0));
+    check((a.c_str() == b) == (order == 0));
     check(a.EqualsNoCase(b) == (a.Lower() == b.Lower()) && a.EqualsNoCase(a.Upper()));
     const char* const none = nullptr;
     check(none != a && a != none && !(none == a) && !(a == none));

@@ -59,6 +59,7 @@ TEST(IniLookup, AnswersFromMemoryAndWritesNothing) {
     EXPECT_EQ("K = v", line);  // the whole line
     EXPECT_FALSE(ini.FindItem("T", "K", line));
     EXPECT_EQ("[S]", line);  // the last line visited
+    EXPECT_EQ(0, ini.ReadInteger("", "none"));
     EXPECT_FALSE(ini.Flush());
     EXPECT_FALSE(ini.Exists());
 }
