@@ -25,12 +25,16 @@ CString parse(const Strings& table, const Strings& words, bool caseSensitive) {
     return all;
 }
 
-void aParseTakesAllWordsUnlessAModeIsUnknown(const Strings& table, const Strings& words) {
+void anEntryWithoutAModeIsRefused(const Strings& table, const Strings& words) {
+    check(table[0][0] != '0' || words.size() == 1 || parse(table, words, false)[0] == '2');
+}
+
+// A word that is one blank counts only as the blank that joins the next one.
+void aSuccessfulParseCountsAllCharacters(const Strings& table, const Strings& words) {
     const CString outcome = parse(table, words, false);
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
     const bool anyBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
-    check(table[0][0] != '0' || words.size() == 1 || outcome[0] == '2');
     check(outcome[0] != '0' || anyBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
@@ -51,7 +55,8 @@ void aValueEndsAtTheNextSwitch(const CString& word) {
     }
 }
 
-void theFirstStampIsFound(std::string bytes, const std::string& version) {
+// Without an "F", the bytes hold no stamp of their own. A line feed stands for NUL.
+void aStampIsFoundBehindAnyBytes(std::string bytes, const std::string& version) {
     const std::string path = scratch("program");
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
     for (const char c : "FileVersion\n\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
@@ -76,11 +81,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     Strings table, words = strings(parts(input[1], "\n"));
     for (const CString& line : strings(parts(input[0], "\n")))
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
-    if (!table.empty()) aParseTakesAllWordsUnlessAModeIsUnknown(table, words);
+    if (!table.empty()) anEntryWithoutAModeIsRefused(table, words);
+    if (!table.empty()) aSuccessfulParseCountsAllCharacters(table, words);
     if (!table.empty()) theCaseMattersWhereItIsAskedFor(table, words);
     aValueEndsAtTheNextSwitch(words.back());
     const Texts versions = parts(input[3], "\n", 2);
-    theFirstStampIsFound(input[2], versions[0].c_str() + std::string("1"));
+    aStampIsFoundBehindAnyBytes(input[2], versions[0].c_str() + std::string("1"));
     versionsAreOrdered(versions[0].c_str(), versions[1].c_str());
     return 0;
 }

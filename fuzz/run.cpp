@@ -1,6 +1,6 @@
-// Any bytes as the three files of one run, divided by lines "%%", the whole program in process.
-// The last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. SLOTRPT_X86 may name a
-// build for the other word size, for every SLOTRPT_X86_STEP-th input, or each if that is unset.
+// Any bytes as the three files of one run, divided by lines "%%", the whole program in process. The
+// last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. If SLOTRPT_X86 names a build
+// for the other word size, it must agree on every SLOTRPT_X86_STEP-th input, by default on each.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     std::ofstream(kScan) << input[0];
     std::ofstream(kMap) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];
-    // Entries without keys that the map names make a report as long as the total says.
+    // If the map names the ID 0, each entry without keys is an adapter, up to the total.
     if (CIniFile(kScan.c_str()).ReadInteger("PCI", "Total_Number_Of_Devices") > 1000 &&
         !CIniFile(kMap.c_str()).ReadString("PCIIDMap", "0x00000000").IsEmpty())
         return -1;

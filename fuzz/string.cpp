@@ -120,8 +120,9 @@ void stringsAreOrderedByBytesBehindNull(const CString& a, const CString& b) {
     const char* const none = nullptr;
     check(none != a && a != none && !(none == a) && !(a == none));
     check(none < a && none <= a && !(none >= a) && a > none && a >= none && !(a <= none));
-    check((" \n" + CString(a.ToInt()) + "x").ToInt() == a.ToInt());
 }
+
+void aNumberSurvivesAsText(int number) { check((" \n" + CString(number) + "x").ToInt() == number); }
 
 void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     CString drive, directory, name, extension, made, whole = path, head = path, tail = part;
@@ -146,6 +147,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         searchesAgree(text + text + text + other, text + text);  // hits that overlap
         trimsTakeOnlyTheEnds(text, other);
         stringsAreOrderedByBytesBehindNull(text, other);
+        aNumberSurvivesAsText(text.ToInt());
         pathsAreSplitAndJoined(text, other);
         const CString list = CString(text).Trim();
         // A separator that can overlap itself divides a text in more than one way.

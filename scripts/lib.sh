@@ -19,8 +19,8 @@ need() {
         fail "these Debian packages are missing, and only root can install them:$missing"
     echo "installing:$missing" >&2
     # shellcheck disable=SC2086 # a list of names
-    log=$(installPackages $missing 2>&1) || fail "these Debian packages are missing, and cannot be installed:\
-$missing (apt-get: $(echo "$log" | tail -n 1))"
+    log=$(installPackages $missing 2>&1) ||
+        fail "cannot install these Debian packages:$missing (apt-get: $(echo "$log" | tail -n 1))"
 }
 
 installPackages() {

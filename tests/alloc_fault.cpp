@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-// What the C library keeps its own allocator under.
+// The names under which the C library's own allocator can still be called.
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 

@@ -11,12 +11,11 @@ std::string memoryReport(const std::string& detail) {
 }
 const std::string kFatal = memoryReport("CString::CreateCharString");
 const std::string kWarning = memoryReport("IniFile.AddLine()");
-const std::string kBehind = "X = 2\n";  // the line behind a record that finds no memory
+const std::string kBehind = "X = 2\n";  // in the edit, the line behind a record without memory
 
-// Runs a program with one argument, and lets each of its allocations fail, alone and with all that
-// follow it. What it prints must be as expected, or end sooner, with the fatal report or with
-// status
-// 2. Returns whether it ever warned of a document that stopped loading.
+// Runs a program with one argument, and lets each of its allocations fail: alone, then with all
+// that follow. A run prints `expected`, or its beginning and then the fatal report. A status of 2
+// says that it refused an edit. Returns whether any run warned that a document stopped loading.
 bool failEach(const char* program, const std::string& argument, const std::string& expected) {
     const auto run = [&](const std::string& orders) {
         return inChild([&] {

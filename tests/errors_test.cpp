@@ -29,6 +29,7 @@ const Message kMessages[] = {
     {Error::ecProgram, "D", "General Program Error\n\nD"},
     {Error::ecCustom, kLarge.c_str(), kLarge.substr(0, 510)},  // cut at 511, a line feed included
     {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
+    {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
     {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
     {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
     {Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},
@@ -38,17 +39,18 @@ const Message kMessages[] = {
 };
 }  // namespace
 
-TEST(Errors, HaveAMessageForEachKind) {
+TEST(Errors, ShowTheDetailBehindTheWordsOfTheirKind) {
     for (const Message& row : kMessages)
         EXPECT_EQ("\n\n" + row.text + "\n", report(Error::ecWarn, row.kind, row.detail).err)
             << "kind " << row.kind;
 }
 
-TEST(Errors, EndTheProcessUnlessTheAnswerIsYes) {
-    const auto ask = [](const char* answer) { return report(Error::ecAsk, 3, "D", answer); };
+TEST(Errors, EndTheProcessAsTheReactionSays) {
+    constexpr int kKind = Error::ecCustom;
+    const auto ask = [](const char* answer) { return report(Error::ecAsk, kKind, "D", answer); };
     for (const char* yes : {"yes z\nz", " \n\tY\nz"}) EXPECT_EQ(7, ask(yes).status) << yes;
     for (const char* no : {"ny\nz", ""}) EXPECT_EQ(1, ask(no).status) << no;
     EXPECT_EQ("\n\nD\n\nContinue anyway? ", ask("").err);
-    EXPECT_EQ(1, report(Error::ecAbort, 3, "D").status);
-    EXPECT_EQ(7, report(3, 3, "D").status);  // any other reaction is a warning
+    EXPECT_EQ(1, report(Error::ecAbort, kKind, "D").status);
+    EXPECT_EQ(7, report(Error::ecAsk + 1, kKind, "D").status);  // any other one warns
 }

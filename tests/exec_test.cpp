@@ -17,9 +17,10 @@ struct Failure {
 };
 const Failure kFailures[] = {
     {"initialized", [](CExec& exec) { exec.Initialize(); }, 0, "\n\n\n"},
-    {"an empty command", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
-    {"nothing", [](CExec& exec) { exec.Execute(""); }, ENOENT, kExecute + kNotFound},
-    {"no words for it", [](CExec& exec) { exec.Execute("/"); }, EACCES, kExecute + "/\n\n\n"},
+    {"run nothing", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
+    {"execute nothing", [](CExec& exec) { exec.Execute(""); }, ENOENT, kExecute + kNotFound},
+    {"an error without words", [](CExec& exec) { exec.Execute("/"); }, EACCES,
+     kExecute + "/\n\n\n"},
     {"too large an environment",
      [](CExec& exec) {
          setenv("LARGE", std::string(4 << 20, 'x').c_str(), 1);

@@ -13,14 +13,13 @@ long openFiles() { return filesIn("/proc/self/fd"); }
 TEST(Files, AreReadLineByLine) {
     const ScratchFolder folder;
     CMyFileIO file;
-    CString line = "old";
+    CString line;
     EXPECT_FALSE(file.ReadString(line));
-    EXPECT_EQ("", line);
-    EXPECT_TRUE(file.IsEOF());
     EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
     EXPECT_FALSE(file.OpenFile(""));  // the open file stays
     for (int pass = 0; pass < 2; ++pass) {
         for (const char* expected : {"ab\n", "\n", "cd"}) {
+            SCOPED_TRACE(expected);
             EXPECT_FALSE(file.IsEOF());
             EXPECT_TRUE(file.ReadString(line));
             EXPECT_EQ(expected, line);
@@ -30,7 +29,7 @@ TEST(Files, AreReadLineByLine) {
     }
 }
 
-TEST(Files, AreWrittenInTheModesOfFopen) {
+TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
     const std::pair<const char*, const char*> kModes[] = {
         {"w", "b\n"}, {"w+", "b\n"}, {"a", "a\nb\n"}, {"r+", "b\n"}};
     const ScratchFolder folder;
@@ -39,15 +38,15 @@ TEST(Files, AreWrittenInTheModesOfFopen) {
         CMyFileIO file(folder.file("a", "a\n").c_str());
         EXPECT_TRUE(file.Open(mode));
         EXPECT_TRUE(file.WriteStringNL("b"));
-        EXPECT_EQ(content, readFile(folder.path("a")));  // a line is written at once
+        EXPECT_EQ(content, readFile(folder.path("a")));
         EXPECT_TRUE(file.OpenFile("/dev/full", mode));
         EXPECT_FALSE(file.WriteStringNL("x"));
-        EXPECT_TRUE(file.WriteString("x"));
+        EXPECT_TRUE(file.WriteString("x"));  // without a line feed, the text waits
         EXPECT_FALSE(file.Close());
     }
 }
 
-TEST(Files, OfATemporaryKindVanish) {
+TEST(Files, LeaveNothingOpenAndNoTemporaryOneBehind) {
     const ScratchFolder folder;
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
     const long before = openFiles();

@@ -10,18 +10,18 @@ struct Edit {
     const char* after;
 };
 const Edit kEdits[] = {
-    // The first entry of the key, or what looks like one in a comment; the line becomes the new
-    // one.
+    // The first entry of the key changes. Its indentation and its comment go.
     {" [a]\r\n\tk=1 ; old\r\n\r\nK=3", "A", "K", " \t", "[a]\nK =\n\nK=3\n"},
+    // An edit treats a comment like an entry.
     {"[A]\n;K = 1\n", "A", ";K", "2", "[A]\n;K = 2\n"},
-    // A new entry stands before the blank lines that end the section, the first of its name.
+    // A new entry goes to the first section of that name, before the blank lines at its end.
     {"[A]\nK = 1\n\n\n[A]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[A]\n"},
-    // So does a new section, behind one blank line.
+    // A new section goes before the blank lines at the end, with one blank line in front.
     {"X = 2\n\n\n", "C", "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
 };
 }  // namespace
 
-TEST(IniEdit, KeepsTheLayoutOfTheFile) {
+TEST(IniEdit, ChangesAnEntryOrAddsItBeforeTheBlanks) {
     const ScratchFolder folder;
     for (const Edit& row : kEdits) {
         SCOPED_TRACE(row.before);
@@ -59,13 +59,13 @@ TEST(IniEdit, StaysUnsavedWhenTheFileCannotBeWritten) {
     EXPECT_EQ("[A]\nK = 1\n", readFile(copy));
 }
 
-TEST(IniEdit, ReachesTheLinesFromTheFirst) {
+TEST(IniEdit, WorksOnTheLinesThemselves) {
     const ScratchFolder folder;
     CIniFile ini(folder.file("a.ini", "a\n\nb").c_str());
     CIniFile::IniLineDef* const first = ini.GetFirstLine();
     EXPECT_EQ(first->pNext, ini.RewindBlanks(first->pPrev));
-    first->pPrev = nullptr;  // before the first line, no link is asked for
-    EXPECT_EQ("absent", ini.ReadString("", "K", "absent"));  // nor does a lookup
+    first->pPrev = nullptr;  // neither a lookup nor an insertion there needs this link
+    EXPECT_EQ("absent", ini.ReadString("", "K", "absent"));
     EXPECT_TRUE(ini.InsertLine(first, " top "));
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
 
@@ -73,5 +73,5 @@ TEST(IniEdit, ReachesTheLinesFromTheFirst) {
     const std::unique_ptr<CIniFile::IniLineDef> line(ini.MakeNewLine(" \tnew\n"));
     EXPECT_EQ("new", line->sLine);
     EXPECT_EQ(line.get(), ini.RewindBlanks(line.get()));
-    EXPECT_EQ(nullptr, ini.GetFirstLine());  // a line of nobody
+    EXPECT_EQ(nullptr, ini.GetFirstLine());  // the new line is in no document
 }

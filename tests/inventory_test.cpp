@@ -23,14 +23,16 @@ struct Initialization {
     int count;
 };
 const Initialization kInitializations[] = {
-    {1, true, nullptr, 0},                          // not from the detection file
-    {7, false, nullptr, 0}, {8, true, nullptr, 0},  // no step
-    {9, true, "", -1},      {11, true, "TRUE", -1},
-    {13, true, "", 1},      {16, true, nullptr, 0},  // none of the steps
+    {1, true, nullptr, 0},   // names come only from the detection file
+    {7, false, nullptr, 0},  // no item that could be on the board
+    {8, true, nullptr, 0},   // no step
+    {9, true, "", -1},       // names alone
+    {11, true, "TRUE", -1},  // and those on the board
+    {16, true, nullptr, 0},  // not a flag
 };
 }  // namespace
 
-TEST(Inventory, BeginsWithEmptyRecords) {
+TEST(Inventory, HasItemsOfZerosThatAreNotCounted) {
     const PCIDeviceItem item;
     const std::uint32_t numbers[] = {item.vendorID,       item.deviceID,  item.subVendorID,
                                      item.subDeviceID,    item.busNumber, item.deviceNumber,
@@ -41,18 +43,19 @@ TEST(Inventory, BeginsWithEmptyRecords) {
     EXPECT_EQ(-1, item.instance);
 }
 
-TEST(Inventory, ReadsTheEntriesUpToTheTotal) {
+TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
     Inventory list(
         "5x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\nRevision.0 = 012\n"
         "Class_Code.0 = 4294967307\nDevice_Number.0 = 18446744073709551623\n"
         "Vendor_ID.3 = 1\nVendor_ID.7 = 1\n");
     EXPECT_TRUE(list.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE));
     const std::unique_ptr<PCIDeviceItem> item(list.getNextPCIDevice());
-    EXPECT_EQ("0xFFFF0000", list.getDeviceINIFileEntry(item.get()));
-    EXPECT_EQ(7, item->deviceNumber);
-    EXPECT_EQ(0, item->functionNumber);
-    EXPECT_EQ(11U, item->classCode);
-    EXPECT_EQ(10, item->revision);
+    ASSERT_NE(nullptr, item);
+    EXPECT_EQ("0xFFFF0000", list.getDeviceINIFileEntry(item.get()));  // cut to 16 bits; 0
+    EXPECT_EQ(7, item->deviceNumber);    // the low bits, of more than 64
+    EXPECT_EQ(0, item->functionNumber);  // not read from the file
+    EXPECT_EQ(11U, item->classCode);     // the low 32 bits
+    EXPECT_EQ(10, item->revision);       // octal
     EXPECT_EQ(3, list.skipMissingEntries());
     EXPECT_EQ(1, std::unique_ptr<PCIDeviceItem>(list.getNextPCIDevice())->vendorID);
     EXPECT_EQ(7, list.findEntry(4));
@@ -63,7 +66,7 @@ TEST(Inventory, ReadsTheEntriesUpToTheTotal) {
 
 TEST(Inventory, TakesTheStepsOfItsFlags) {
     for (const Initialization& row : kInitializations) {
-        SCOPED_TRACE(row.flags);
+        SCOPED_TRACE("flags " + std::to_string(row.flags));
         Inventory list(kNIC);
         EXPECT_EQ(row.result, list.initialize(row.flags));
         list.resetList();
@@ -81,7 +84,7 @@ TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     list.resetList();
     EXPECT_TRUE(list.initialize(15));
     EXPECT_TRUE(list.scanPCIBusAndCreateList());
-    EXPECT_EQ(0, list.getTotalNumDevices());  // only of what a scan added
+    EXPECT_EQ(0, list.getTotalNumDevices());  // it counts only what the scan added
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
 }

@@ -23,14 +23,15 @@ const Parse kParses[] = {
     // A value goes on over arguments up to a switch, a path only in quotes.
     {{{kParam, "/o:", "a b", true}, {kSwitch, "/v", ""}, {kPath, "", "\"My D\""}},
      {"/O:a", "b", "/v", "\"My", "D\""},
-     0},
-    // An entry is found once, and ends no value then.
-    {{{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}}, {"/v", "-p", "a", "/v"}, 0},
+     CCLParams::kParsed},
+    // An entry is found once. After that, its name is part of a value.
+    {{{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}}, {"/v", "-p", "a", "/v"}, CCLParams::kParsed},
     // A switch equals its argument. What nothing accepts ends the parse.
-    {{{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}}, {"-qa", "/vx", "/v"}, 1},
-    {{{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}}, {"/v"}, 1},
-    // An entry of no mode is an error when it is asked.
-    {{{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}}, {"/v"}, 2},
+    {{{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}}, {"-qa", "/vx", "/v"}, CCLParams::kMismatch},
+    // A required entry is missing.
+    {{{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}}, {"/v"}, CCLParams::kMismatch},
+    // An entry without a mode is an error when an argument meets it.
+    {{{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}}, {"/v"}, CCLParams::kUnknownMode},
 };
 }  // namespace
 
@@ -52,7 +53,7 @@ TEST(Params, AreParsed) {
     }
 }
 
-TEST(Params, AreFoundByTheirExactName) {
+TEST(Params, AreFoundByTheirExactNameUntilDeleted) {
     CCLParams params;
     for (const char* name : {"/v", "/V"}) params.Add(name, kParam, false);
     const char* argv[] = {"/usr/bin/tool.exe", "/V1", "a"};
@@ -69,7 +70,7 @@ TEST(Params, AreFoundByTheirExactName) {
     EXPECT_NE(nullptr, params.MakeNewNode());
     EXPECT_EQ(2, params.Parse(3, argv, true));  // it has no mode
 
-    int index = 1;
-    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value));
-    EXPECT_EQ(2, params.GetPathParam(index = 1, 3, argv, "/V", value));
+    int index = 1, pathIndex = 1;
+    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value));  // the index behind the value
+    EXPECT_EQ(2, params.GetPathParam(pathIndex, 3, argv, "/V", value));
 }

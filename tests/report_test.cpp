@@ -13,8 +13,8 @@ const std::string kNoPCI = "\n!Error!  Could not find PCI information.  !Error!\
 
 using Prepare = std::function<void()>;
 
-// Runs the converter with one argument that counts, or with none when it is null. `prepare` is
-// called first, in its process.
+// Runs the converter with the argument and a second one, which it ignores; with none if the
+// argument is null. Calls `prepare` first, in the new process.
 Outcome convert(
     const std::string& cd, const char* argument, const Prepare& prepare = [] {}) {
     return inChild([&] {
@@ -47,6 +47,7 @@ TEST(Report, IsTheExpectedOne) {
 
 TEST(Report, ShowsTheUsageWithoutAPath) {
     for (const char* argument : {static_cast<const char*>(nullptr), "", "/rwpm:"}) {
+        SCOPED_TRACE(argument ? argument : "no argument");
         const Outcome run = convert("", argument);
         EXPECT_EQ(readFile(kTests + "usage"), run.out);
         EXPECT_EQ(1, run.status);
@@ -90,7 +91,10 @@ TEST(Report, PassesOverOutputErrors) {
     ASSERT_EQ(0, pipe(ends));
     close(ends[0]);  // nobody reads
     const std::pair<const char*, Prepare> kOutputs[] = {
-        {"nothing open", [] { close(0), close(1), close(2); }},
+        {"nothing open",
+         [] {
+             for (const int file : {0, 1, 2}) close(file);
+         }},
         {"not read", [&] { dup2(ends[1], 1); }},
 #ifndef __SANITIZE_ADDRESS__  // the sanitizer may meet the limit itself, before main
         {"limited in size", [] { limit(RLIMIT_FSIZE, 100); }},

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Shows a file after each kind of edit, then lets one fail.
+# Shows a file after one edit of each kind, then lets an edit fail.
 set -eu
 
 file=$(mktemp)
