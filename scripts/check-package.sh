@@ -55,7 +55,9 @@ for package in build/package/*.deb; do
 done
 
 root=$work/debian
-mmdebstrap --quiet --variant=essential bookworm "$root"
+# A Debian system with what dpkg and the scripts of the package need.
+mmdebstrap --quiet --variant=custom bookworm "$root" --include=base-files,base-passwd,bash,\
+coreutils,dash,diffutils,dpkg,findutils,grep,gzip,libc-bin,mawk,sed,tar
 # All files but the log of dpkg, which its first call creates.
 names() { find "$root" -xdev ! -path '*/var/log/dpkg.log' | sort; }
 chroot "$root" dpkg --add-architecture i386
