@@ -87,6 +87,8 @@ TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     EXPECT_EQ(0, list.getTotalNumDevices());  // it counts only what the scan added
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
+    list.resetList();
+    EXPECT_NE(nullptr, list.getNextDeviceFromList());
 }
 
 TEST(Inventory, ListsBothSystemAdaptersForAnEmptyKeyword) {
