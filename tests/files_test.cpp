@@ -67,10 +67,11 @@ TEST(Files, LeaveNothingOpenAndNoTemporaryOneBehind) {
     EXPECT_FALSE(file.Exists());
 }
 
-TEST(Files, ExistAsPipes) {
+TEST(Files, ExistAsPipesAndDevices) {
     const ScratchFolder folder;
     ASSERT_EQ(0, mkfifo(folder.path("pipe").c_str(), 0600));
     EXPECT_TRUE(CMyFileIO::Exists(folder.path("pipe").c_str()));  // without waiting for a writer
+    EXPECT_TRUE(CMyFileIO::Exists("/dev/null"));
 }
 
 TEST(Files, AreCopiedByteForByte) {

@@ -15,4 +15,5 @@ TEST(Paths, AreSplit) {
 TEST(Paths, AreJoinedByOneSlash) {
     EXPECT_STREQ("a/x", CString("a/").AddPath("/x"));
     EXPECT_STREQ("/x", CString().AddPath("/x"));
+    EXPECT_STREQ("a", CString("a").AddPath(""));
 }

@@ -4,7 +4,6 @@
 #include "support.h"
 
 namespace fs = std::filesystem;
-using testing::EndsWith;
 
 namespace {
 const std::string kTests = SLOTRPT_SOURCE_DIR "/tests/";
@@ -80,7 +79,7 @@ TEST(Report, EndsWhateverStandsInThePlaceOfAFile) {
             const Outcome run = convert(machine.path("cd"), machine.path("alpha.ini").c_str());
             const bool isReport = run.status == 0;
             EXPECT_EQ(file == std::string("cd/rwise/ini/ALPHA.ini"), isReport);
-            EXPECT_THAT(run.out, EndsWith(isReport ? "\nOnBoardAdapters = \n" : kNoPCI));
+            EXPECT_THAT(run.out, testing::EndsWith(isReport ? "\nOnBoardAdapters = \n" : kNoPCI));
             EXPECT_EQ("", run.err);
         }
     }
@@ -113,6 +112,6 @@ TEST(Report, EndsAtOnceWhenMemoryCannotHoldTheAdapters) {
     const Outcome run =
         convert(cd.path(), cd.file("scan.ini", total).c_str(), [] { limit(RLIMIT_CPU, 5); });
     EXPECT_EQ(1, run.status);
-    EXPECT_THAT(run.out, EndsWith("\nMemory = \n"));  // no adapter
+    EXPECT_THAT(run.out, testing::EndsWith("\nMemory = \n"));  // no adapter
     EXPECT_THAT(run.err, testing::HasSubstr("Memory Allocation Error"));
 }

@@ -47,6 +47,7 @@ TEST(Strings, AddUpAndCompareWithOperandsThatChange) {
 TEST(Strings, CompareByBytesAndWithNullTexts) {
     EXPECT_LT(CString("z"), "\xE4");  // bytes are unsigned
     EXPECT_GT(CString(), kNull);      // null comes before all, and equals none
+    EXPECT_TRUE(CString("aBc").EqualsNoCase("AbC"));
 }
 
 TEST(Strings, AreSearchedAndTrimmed) {
@@ -69,6 +70,7 @@ TEST(Strings, KeepStillWhileLocked) {
     s.StrTok(";");
     char* const buffer = s.GetBuffer(10);
     s = "x";
+    EXPECT_FALSE(s.SetAt(0, 'x'));
     EXPECT_STREQ("a;b;c", buffer);
     for (int i = 0; i < 10; ++i) buffer[i] = '7';  // all that was promised, but no NUL
     EXPECT_TRUE(s.ReleaseBuffer());
