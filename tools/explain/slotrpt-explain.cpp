@@ -86,7 +86,7 @@ struct Widths {
 constexpr int kMaxWidth = 32;
 
 void widen(int& width, const CString& text) {
-    const int columns = countColumns(text);
+    const int columns = countCharacters(text);
     if (columns <= kMaxWidth) width = std::max(width, columns);
 }
 
@@ -110,7 +110,7 @@ Widths measure(const Entries& entries) {
 }
 
 void printColumn(const CString& text, int width) {
-    std::printf("%s%*s", text.c_str(), std::max(0, width - countColumns(text)) + 2, "");
+    std::printf("%s%*s", text.c_str(), std::max(0, width - countCharacters(text)) + 2, "");
 }
 
 void printHead(const Widths& widths) {
