@@ -4,6 +4,7 @@
 #include "common/files.h"
 #include "common/printable.h"
 #include "explain/Machine.h"
+#include "explain/Overview.h"
 #include "explain/PCINames.h"
 #include "explain/Pairs.h"
 #include "explain/Table.h"
@@ -14,8 +15,8 @@
 namespace {
 constexpr const char* kUsage =
     "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE...\n"
-    "Shows what slotrpt makes of each entry of the detection file FILE, and why. Only\n"
-    "--missing takes several files.\n"
+    "Shows what slotrpt makes of each entry of the detection file FILE, and why. Of\n"
+    "several files, shows one row each.\n"
     "\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
@@ -45,7 +46,7 @@ bool isWhole(const CString& fault) {
     return fault.IsEmpty();
 }
 
-// ---------------------------------------------------------------- One machine
+// ---------------------------------------------------------------- One machine, or several
 
 int explainOne(const CString& path, Configuration& configuration, Warnings& warnings) {
     if (!canRead(path)) return kCouldNotRun;
@@ -60,10 +61,32 @@ int explainOne(const CString& path, Configuration& configuration, Warnings& warn
     return machine.counts.areComplete() && warnings.getCount() == 0 ? kFine : kFindings;
 }
 
-int explainMachine(const CString& path, Configuration& configuration) {
+// Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
+bool addMachine(const CString& path, Configuration& configuration, Overview& overview) {
+    if (!canRead(path)) return false;
+    const Machine machine(path, configuration);
+    if (!isWhole(machine.fault)) return false;
+    overview.add(machine);
+    return true;
+}
+
+int explainSeveral(int count, char* paths[], Configuration& configuration, Warnings& warnings) {
+    Overview overview(static_cast<unsigned>(count));
+    bool areAllRead = true;
+    for (int i = 0; i != count; ++i)
+        areAllRead = addMachine(paths[i], configuration, overview) && areAllRead;
+    overview.print();
+    warnings.printConfiguration();
+    overview.printSystemFiles(warnings);
+    if (!areAllRead) return kCouldNotRun;
+    return overview.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
+}
+
+int explainMachines(int count, char* paths[], Configuration& configuration) {
     Warnings warnings(configuration.path);
     if (!isWhole(CIniFile::TakeLoadFault())) return kCouldNotRun;
-    const int status = explainOne(path, configuration, warnings);
+    const int status = count == 1 ? explainOne(paths[0], configuration, warnings)
+                                  : explainSeveral(count, paths, configuration, warnings);
     return isWhole(CIniFile::TakeLoadFault()) ? status : kCouldNotRun;
 }
 
@@ -148,13 +171,13 @@ bool takeOption(int option, const char* value) {
 }
 
 int explain(int count, char* paths[]) {
-    if (count == 0 || (count > 1 && !isMissingWanted)) return rejectArguments();
+    if (count == 0) return rejectArguments();
     if (!listPath.IsEmpty() && !canRead(listPath)) return kCouldNotRun;
     const CString configurationPath = requireConfiguration();
     if (configurationPath.IsEmpty()) return kCouldNotRun;
     Configuration configuration(configurationPath);
     return isMissingWanted ? listMissing(count, paths, configuration.document, listPath)
-                           : explainMachine(paths[0], configuration);
+                           : explainMachines(count, paths, configuration);
 }
 
 constexpr Command kExplain = {"slotrpt-explain", kUsage, kOptions, takeOption, explain};
