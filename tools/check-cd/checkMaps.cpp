@@ -156,7 +156,8 @@ void checkIDs(const Document& document, Findings& findings) {
         if (!isDeviceID(line.name))
             findings.add(line.number, "malformed ID \"" + line.name + "\"");
         else if (line.name.EqualsNoCase("0x00000000") && !line.value.IsEmpty())
-            findings.add(line.number, "ID " + line.name + " has a name: missing device entries get it");
+            findings.add(line.number,
+                         "ID " + line.name + " has a name: missing device entries get it");
     }
 }
 }  // namespace

@@ -70,7 +70,7 @@ public:
         for (at = 0; at != text.size(); ++at) checkPosition();
         for (Identifier& identifier : identifiers)
             if (identifier.isInside && !identifier.isNamed)
-                add("system ", identifier.text, " is named only as a part of a longer word");
+                add("system ", identifier.text, " is found here only as a part of another name");
     }
 
 private:
