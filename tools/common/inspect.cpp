@@ -132,7 +132,8 @@ KnownNames getConfigurationKeys(const CString& section, const Names& systems,
 void inspectType(const Line& type, Findings& findings) {
     if (List::getGroup(type.value) == List::GROUP_NONE &&
         List::getGroupNoCase(type.value) != List::GROUP_NONE)
-        findings.add(type.number, "type " + type.value + " selects no group: case counts");
+        findings.add(type.number,
+                     "type " + type.value + " selects no group: the case of letters counts");
 }
 }  // namespace
 
