@@ -23,7 +23,7 @@ void Overview::add(const Machine& machine) {
 Overview::Widths Overview::measure() const {
     Widths widths;
     for (const Row* row = rows.get(); row != rows.get() + count; ++row) {
-        widen(widths.path, row->path);
+        widths.path = std::max(widths.path, countCharacters(row->path));
         widen(widths.machineType, row->machineType);
         widen(widths.systemID, printable(row->systemID));
     }

@@ -11,8 +11,8 @@ struct Pair {
     std::uint16_t vendorID = 0;
     std::uint16_t deviceID = 0;
     std::uint32_t classCode = 0;  ///< Of its first function.
-    CString key;                  ///< What the CD calls it in section PCIIDMap.
-    bool isMissing = false;       ///< Whether that section does not have the key.
+    CString key;                  ///< Its key in section PCIIDMap.
+    bool isMissing = false;       ///< Whether the section does not have the key.
     CString firstPath;            ///< The first of the files that have it.
     CString positions;            ///< There, in the form of a per-system file.
     unsigned positionCount = 0;   ///< How many there are. `positions` holds only the first ones.

@@ -11,7 +11,7 @@ using DeviceKey = CustomPCIDeviceList::DeviceKey;
 using DeviceNumber = CustomPCIDeviceList::DeviceNumber;
 
 // The number as the CD or the report has it.
-CString inWords(const DeviceKey& key, std::uint32_t number) {
+CString formatted(const DeviceKey& key, std::uint32_t number) {
     if (key.base == 0 && key.bits == 16) return number;
     char text[] = "0x00000000";
     std::snprintf(text, sizeof text, "0x%0*X", key.bits == 32 ? 6 : 4,
@@ -34,7 +34,7 @@ void inspectNumber(const DeviceKey& key, const Line& line, Findings& findings) {
     const CString fault = describeFault(key, line.value.c_str(), number);
     if (!fault.IsEmpty())
         findings.add(line.number, line.name + " = " + line.value + " reads as " +
-                                      inWords(key, number.value) + ": " + fault);
+                                      formatted(key, number.value) + ": " + fault);
 }
 
 void inspectTotal(const Line& line, Findings& findings) {

@@ -92,11 +92,9 @@ int explainMachines(int count, char* paths[], Configuration& configuration) {
 
 // ---------------------------------------------------------------- Lines for section PCIIDMap
 
-const char* pluralOf(unsigned count) { return count == 1 ? "" : "s"; }
-
 void printPair(const Pair& pair) {
     std::printf("; %s, in %d file%s\n", classInWords(pair.classCode).c_str(), pair.fileCount,
-                pluralOf(pair.fileCount));
+                pair.fileCount == 1 ? "" : "s");
     std::printf("; %s: %s", printable(pair.firstPath).c_str(), pair.positions.c_str());
     if (pair.positionCount > CustomPCIDeviceList::kMaxPositions)
         std::printf(" and %u more", pair.positionCount - CustomPCIDeviceList::kMaxPositions);
