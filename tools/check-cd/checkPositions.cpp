@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <string_view>
 
 #include "check-cd/checks.h"
@@ -20,9 +19,10 @@ std::string_view takePart(std::string_view& text, char separator) {
 bool isNumber(std::string_view text) {
     constexpr unsigned kLargest = 65535;
     unsigned number = 0;
-    for (const unsigned char c : text) {
-        if (!std::isdigit(c)) return false;
-        number = std::min(10 * number + (c - '0'), kLargest + 1);
+    for (const char c : text) {
+        const auto digit = static_cast<unsigned>(c - '0');
+        if (digit > 9) return false;
+        number = std::min(10 * number + digit, kLargest + 1);
     }
     return !text.empty() && number <= kLargest;
 }

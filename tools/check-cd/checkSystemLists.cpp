@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <cctype>
-#include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "check-cd/checks.h"
@@ -10,7 +10,11 @@
 namespace {
 using List = CustomPCIDeviceList;
 
-bool isWordLetter(unsigned char c) { return std::isalnum(c) || c == '_' || c >= 0x80; }
+// Bytes that are not ASCII belong to letters.
+bool isWordLetter(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return std::isalnum(byte) || c == '_' || byte >= 0x80;
+}
 
 // A system identifier. The case of letters counts.
 struct Identifier {

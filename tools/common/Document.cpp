@@ -47,14 +47,14 @@ void Document::divide(const CIniFile& file) {
 }
 
 void Document::buildIndex() {
-    index = makeArray<const Line*>(count);
-    for (const Line& line : getLines())
-        if (line.kind != CIniFile::lkBare) index[indexed++] = &line;
+    index = makeArray<Line*>(count);
+    for (unsigned i = 0; i != count; ++i)
+        if (lines[i].kind != CIniFile::lkBare) index[indexed++] = &lines[i];
     std::sort(index.get(), index.get() + indexed, comesBefore);
     const Line* first = nullptr;
     for (unsigned i = 0; i != indexed; ++i) {
         if (!first || compareNames(*first, *index[i]) != 0) first = index[i];
-        lines[index[i] - lines.get()].first = first;
+        index[i]->first = first;
     }
 }
 
@@ -65,8 +65,9 @@ Lines Document::getLines(const Line& header) const {
 }
 
 const Line* Document::find(const Line& wanted) const {
-    const Line** const end = index.get() + indexed;
-    const Line** const found = std::lower_bound(index.get(), end, &wanted, comesBefore);
+    Line* const* const end = index.get() + indexed;
+    Line* const* const found =
+        std::lower_bound<Line* const*>(index.get(), end, &wanted, comesBefore);
     return found != end && compareNames(**found, wanted) == 0 ? *found : nullptr;
 }
 

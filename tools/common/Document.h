@@ -55,6 +55,6 @@ private:
 
     std::unique_ptr<Line[]> lines;
     unsigned count = 0;
-    std::unique_ptr<const Line*[]> index;  // the headers and entries, by section, name and number
+    std::unique_ptr<Line*[]> index;  // the headers and entries, by section, name and number
     unsigned indexed = 0;
 };
