@@ -1,11 +1,10 @@
 #include "check-cd/SystemFiles.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 
+#include "common/inspect.h"
 #include "common/makeArray.h"
 #include "pci/CustomPCIDeviceList.h"
 
@@ -22,20 +21,12 @@ SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
     dropRepeated();
 }
 
-// Adds the file that the converter takes, and before it one that is there, but cannot be opened.
 // Returns whether there is any.
 bool SystemFiles::addFilesOf(const CString& system, unsigned order) {
-    CustomPCIDeviceList inventory;
-    inventory.setSystemKeyword(system);
-    CString candidates[2];
-    inventory.getSysINICandidates(candidates[0], candidates[1]);
-    const CString taken = inventory.getSysINIPathName();
-    const std::size_t before = count;
-    for (const CString& path : candidates) {
-        if (access(path.c_str(), F_OK) == 0) files[count++] = {path, order};
-        if (path == taken) break;
-    }
-    return count != before;
+    CString paths[2];
+    const unsigned total = findSystemFiles(system, paths);
+    for (unsigned i = 0; i != total; ++i) files[count++] = {paths[i], order};
+    return total != 0;
 }
 
 // Several systems may share a file.

@@ -5,6 +5,7 @@
 
 #include "check-cd/checks.h"
 #include "common/KnownName.h"
+#include "common/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
@@ -113,10 +114,6 @@ private:
     Findings& findings;
 };
 
-bool isSystem(const Configuration& configuration, const CString& name) {
-    return configuration.systems.find(name) || name.EqualsNoCase(List::kUnknownSystem);
-}
-
 // The report numbers the sections of an adapter from the second one on: NIC, NIC2, NIC3. Returns
 // the adapter in whose sections this name is; null if there is none.
 const Line* findNumbered(const Names& adapters, const CString& name) {
@@ -136,7 +133,8 @@ void checkAdapters(const Configuration& configuration, Findings& findings) {
     MapCheck check(configuration, map, findings);
     check.run([&](const Line& entry) {
         check.apply(kAdapterRules, entry);
-        if (isSystem(configuration, entry.value)) check.add(entry, "has the name of a system");
+        if (isSystem(configuration.systems, entry.value))
+            check.add(entry, "has the name of a system");
         if (const Line* other = findNumbered(configuration.adapters, entry.value))
             check.add(entry, "has the name of a numbered section of " + other->value);
     });

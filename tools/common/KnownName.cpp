@@ -72,7 +72,11 @@ bool KnownName::isMeantBy(std::string_view text) const {
     if (isNumbered && number.digits.empty()) return false;
     Letters known(name);
     if (isNumbered) known.add('.');
-    return isOneStepFrom(Letters(isNumbered ? number.rest : text).view(), known.view());
+    const Letters letters(isNumbered ? number.rest : text);
+    // One letter is much of a short name: a file may have a section [PCIe] beside [PCI].
+    constexpr std::size_t kShortest = 5;
+    if (known.view().size() < kShortest) return letters.view() == known.view();
+    return isOneStepFrom(letters.view(), known.view());
 }
 
 CString KnownName::correct(std::string_view text) const {

@@ -13,7 +13,8 @@ struct KnownName {
     bool isNameOf(std::string_view text) const;
     /// Whether a text that is no known name is so near to this one that it must be a slip: the same
     /// but for "_", "-", blanks and leading zeros of the number, and for one letter more, less or
-    /// different, or for two neighbours that changed places. The case of letters does not count.
+    /// different, or for two neighbours that changed places. The case of letters does not count. In
+    /// a name as short as "PCI", all letters must be the same.
     bool isMeantBy(std::string_view text) const;
     /// How such a text must be written.
     CString correct(std::string_view text) const;

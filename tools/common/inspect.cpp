@@ -113,10 +113,6 @@ bool isSystemAdapter(const CString& name) {
                        [&](const char* adapter) { return name.EqualsNoCase(adapter); });
 }
 
-bool isSystem(const Names& systems, const CString& name) {
-    return systems.find(name) || name.EqualsNoCase(List::kUnknownSystem);
-}
-
 // One section may serve a system and an adapter of the same name.
 KnownNames getConfigurationKeys(const CString& section, const Names& systems,
                                 const Names& adapters) {
@@ -147,6 +143,24 @@ bool inspectFile(const CString& path, Findings& findings) {
     if (mark.IsEmpty()) return true;
     findings.add(1, "the file " + mark);
     return false;
+}
+
+bool isSystem(const Names& systems, const CString& name) {
+    return systems.find(name) || name.EqualsNoCase(List::kUnknownSystem);
+}
+
+unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
+    CustomPCIDeviceList inventory;
+    inventory.setSystemKeyword(systemID);
+    CString candidates[2];
+    if (!inventory.getSysINICandidates(candidates[0], candidates[1])) return 0;
+    const CString taken = inventory.getSysINIPathName();
+    unsigned count = 0;
+    for (const CString& path : candidates) {
+        if (isThere(path)) paths[count++] = path;
+        if (path == taken || candidates[0] == candidates[1]) break;
+    }
+    return count;
 }
 
 void inspectDetectionFile(const Document& document, Findings& findings) {

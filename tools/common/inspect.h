@@ -25,6 +25,13 @@
 /// in its place, a byte-order mark, UTF-16. Returns whether its document is worth a look.
 bool inspectFile(const CString& path, Findings& findings);
 
+/// Whether a section of this name is read for a system.
+bool isSystem(const Names& systems, const CString& name);
+
+/// Gives the paths at which there is something that the converter tries as the per-system file, in
+/// its order: at most one that it cannot open, and the one that it takes. Returns how many.
+unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]);
+
 void inspectDetectionFile(const Document& document, Findings& findings);
 
 /// `systems` are the names of SystemIDMap, `adapters` those of PCIIDMap.
