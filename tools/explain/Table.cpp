@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "common/files.h"
+#include "common/inspect.h"
 #include "common/printable.h"
 #include "explain/PCINames.h"
 #include "explain/columns.h"
@@ -25,19 +26,19 @@ CString describeSystemID(const Machine& machine) {
 }
 
 // Why no per-system file is read.
-CString describeMissingFile(const CustomPCIDeviceList& inventory) {
-    CString asWritten, inLowerCase;
-    if (!inventory.getSysINICandidates(asWritten, inLowerCase))
+CString describeMissingFile(const Machine& machine) {
+    CString asWritten, inLowerCase, there[2];
+    if (!machine.inventory.getSysINICandidates(asWritten, inLowerCase))
         return "none: the system identifier has no \"_\"";
-    for (const CString& path : {asWritten, inLowerCase})
-        if (isThere(path)) return "none: cannot read " + path + ": " + whyUnreadable(path);
+    if (findSystemFiles(machine.systemID, there) != 0)
+        return "none: cannot read " + there[0] + ": " + whyUnreadable(there[0]);
     if (asWritten == inLowerCase) return "none: there is no " + asWritten;
     return "none: there is neither " + asWritten + " nor " + inLowerCase;
 }
 
-CString describeSystemFile(const CustomPCIDeviceList& inventory) {
-    const CString path = inventory.getSysINIPathName();
-    if (path.IsEmpty()) return describeMissingFile(inventory);
+CString describeSystemFile(const Machine& machine) {
+    const CString path = machine.inventory.getSysINIPathName();
+    if (path.IsEmpty()) return describeMissingFile(machine);
     const CString reason = whyUnreadable(path);
     return reason.IsEmpty() ? path : path + ", which cannot be read: " + reason;
 }
@@ -54,7 +55,7 @@ void printSystem(const Machine& machine, const CString& configurationPath) {
     printFact("Machine type", orNone(machine.machineType));
     printFact("System identifier", describeSystemID(machine));
     printFact("Directory", orNone(machine.directory));
-    printFact("Per-system file", describeSystemFile(machine.inventory));
+    printFact("Per-system file", describeSystemFile(machine));
 }
 
 // ---------------------------------------------------------------- The table

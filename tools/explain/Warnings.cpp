@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "common/files.h"
 #include "common/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
@@ -27,16 +26,12 @@ void Warnings::printConfiguration() {
 }
 
 void Warnings::printSystemFile(const CString& systemID) {
-    CustomPCIDeviceList inventory;
-    inventory.setSystemKeyword(systemID);
-    CString asWritten, inLowerCase;
-    if (!inventory.getSysINICandidates(asWritten, inLowerCase)) return;
-    const CString taken = inventory.getSysINIPathName();
-    for (const CString* path : {&asWritten, &inLowerCase}) {
-        if (!isThere(*path)) continue;
-        Findings findings(*path);
-        if (inspectFile(*path, findings)) inspectSystemFile(Document(*path), adapters, findings);
+    CString paths[2];
+    const unsigned total = findSystemFiles(systemID, paths);
+    for (unsigned i = 0; i != total; ++i) {
+        Findings findings(paths[i]);
+        if (inspectFile(paths[i], findings))
+            inspectSystemFile(Document(paths[i]), adapters, findings);
         print(findings);
-        if (*path == taken || asWritten == inLowerCase) return;
     }
 }
