@@ -11,9 +11,17 @@
 #include "explain/columns.h"
 
 namespace {
-// The lines of the report that list the groups, in the order of the enumerators.
-constexpr const char* kGroupLines[] = {kNone, "DASDAdapters", "NetworkAdapters", "VideoAdapter",
-                                       "ServiceProcessor"};
+struct GroupLine {
+    CustomPCIDeviceList::Group group;
+    const char* key;
+};
+// The lines of the report that list the groups.
+constexpr GroupLine kGroupLines[] = {
+    {CustomPCIDeviceList::GROUP_DASD, "DASDAdapters"},
+    {CustomPCIDeviceList::GROUP_NETWORK, "NetworkAdapters"},
+    {CustomPCIDeviceList::GROUP_VIDEO, "VideoAdapter"},
+    {CustomPCIDeviceList::GROUP_SERVICE_PROCESSOR, "ServiceProcessor"},
+};
 
 // ---------------------------------------------------------------- The system
 
@@ -71,7 +79,10 @@ CString numberOf(const Entry& entry) {
 }
 
 const char* groupLineOf(const PCIDevice& adapter) {
-    return kGroupLines[CustomPCIDeviceList::getGroup(adapter.adapterType)];
+    const CustomPCIDeviceList::Group group = CustomPCIDeviceList::getGroup(adapter.adapterType);
+    for (const GroupLine& line : kGroupLines)
+        if (line.group == group) return line.key;
+    return kNone;
 }
 
 Widths measure(const Entries& entries) {
