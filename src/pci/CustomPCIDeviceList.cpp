@@ -1,12 +1,9 @@
 #include "pci/CustomPCIDeviceList.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <iterator>
 #include <new>
 #include <string_view>
@@ -49,13 +46,13 @@ constexpr std::uint16_t PCIDevice::*kFields[] = {
     &PCIDevice::headerType,
 };
 
-// Whether the number in this key is one of a device entry.
+// Whether a key of a device entry has this name.
 bool isDeviceKey(std::string_view name) {
-    return std::any_of(std::begin(CustomPCIDeviceList::kDeviceKeys),
-                       std::end(CustomPCIDeviceList::kDeviceKeys), [&](const auto& key) {
-                           return name.size() == std::strlen(key.name) &&
-                                  strncasecmp(name.data(), key.name, name.size()) == 0;
-                       });
+    CString wanted;
+    wanted.Assign(name);
+    for (const auto& key : CustomPCIDeviceList::kDeviceKeys)
+        if (wanted.EqualsNoCase(key.name)) return true;
+    return false;
 }
 
 // The value of a digit or letter. 36 for any other character.
