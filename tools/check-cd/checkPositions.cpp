@@ -28,8 +28,7 @@ bool isNumber(std::string_view text) {
 }
 
 bool isPosition(std::string_view text) {
-    const bool hasBoth = text.find(',') != text.npos;
-    return hasBoth && isNumber(takePart(text, ',')) && isNumber(CString::Trimmed(text));
+    return isNumber(takePart(text, ',')) && isNumber(CString::Trimmed(text));
 }
 
 void checkPosition(std::string_view position, unsigned line, Findings& findings) {

@@ -7,7 +7,6 @@
 #include "common/command.h"
 #include "common/files.h"
 #include "common/inspect.h"
-#include "util/IniFile.h"
 
 namespace {
 constexpr char kUsage[] =
@@ -31,7 +30,7 @@ void print(Findings& findings) {
 
 // Whether the last document was loaded whole. If not, says so.
 bool isLoaded() {
-    const CString fault = CIniFile::TakeLoadFault();
+    const CString fault = takeLoadFault();
     if (!fault.IsEmpty()) complain("cannot read " + fault);
     return fault.IsEmpty();
 }

@@ -25,12 +25,12 @@ public:
         return isAnyName ||
                std::any_of(names, names + count, [&](auto& name) { return name.isNameOf(text); });
     }
-    // The one that a text must be meant for that is none of them. Null if there is none.
+    // The one for which a text that is none of them must be meant. Null if there is none.
     const KnownName* findMeant(std::string_view text) const {
         const KnownName* const end = names + count;
         const auto* found =
             std::find_if(names, end, [&](auto& name) { return name.isMeantBy(text); });
-        return found != end && !isKnown(text) ? found : nullptr;
+        return found != end ? found : nullptr;
     }
 
     bool isAnyName = false;  // every name is read

@@ -38,7 +38,7 @@ Machine::Machine(const CString& detectionPath, Configuration& configurationFile)
     // What takes the place of the per-system file was loaded last: it hides no other fault.
     const CString systemPath = inventory.getSysINIPathName();
     positions.ReadIniFile(systemPath);
-    fault = CIniFile::TakeLoadFault();
+    fault = takeLoadFault();
     if (fault == systemPath + ": " + whyUnreadable(systemPath)) fault.Empty();
 
     counts.entries = entries.getTotal();

@@ -84,10 +84,10 @@ int explainSeveral(int count, char* paths[], Configuration& configuration, Warni
 
 int explainMachines(int count, char* paths[], Configuration& configuration) {
     Warnings warnings(configuration.path);
-    if (!isWhole(CIniFile::TakeLoadFault())) return kCouldNotRun;
+    if (!isWhole(takeLoadFault())) return kCouldNotRun;
     const int status = count == 1 ? explainOne(paths[0], configuration, warnings)
                                   : explainSeveral(count, paths, configuration, warnings);
-    return isWhole(CIniFile::TakeLoadFault()) ? status : kCouldNotRun;
+    return isWhole(takeLoadFault()) ? status : kCouldNotRun;
 }
 
 // ---------------------------------------------------------------- Lines for section PCIIDMap
@@ -136,13 +136,13 @@ void fillInNames(const Pairs& pairs, const CString& listPath) {
 bool addPairs(const CString& path, Pairs& pairs) {
     if (!canRead(path)) return false;
     const Entries entries(path);
-    if (!isWhole(CIniFile::TakeLoadFault())) return false;
+    if (!isWhole(takeLoadFault())) return false;
     pairs.add(path, entries);
     return true;
 }
 
 int listMissing(int count, char* paths[], CIniFile& configuration, const CString& listPath) {
-    if (!isWhole(CIniFile::TakeLoadFault())) return kCouldNotRun;
+    if (!isWhole(takeLoadFault())) return kCouldNotRun;
     Pairs pairs(configuration);
     bool areAllRead = true;
     for (int i = 0; i != count; ++i) areAllRead = addPairs(paths[i], pairs) && areAllRead;
