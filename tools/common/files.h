@@ -13,6 +13,12 @@ CString whyUnreadable(const CString& path);
 /// a part of the first line, or "is UTF-16". "" if nothing does.
 CString whyMisread(const CString& path);
 
+/// Why the converter does not read the file as it is meant: one of the two above.
+CString faultOf(const CString& path);
+
+/// Says with complain() that the file or folder cannot be read. Returns kCouldNotRun.
+int complainUnreadable(const CString& path, const CString& reason);
+
 /// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
 CString takeLoadFault();
 
