@@ -87,6 +87,13 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
 // Whether the result of findLine is a line that was wanted.
 bool isFound(const CIniFile::IniLineDef* line) { return line && !isHeader(line->sLine.c_str()); }
 
+// The last line of the document that begins with `first`. The first line may lack its link to it.
+const CIniFile::IniLineDef* lastLine(const CIniFile::IniLineDef* first) {
+    if (first->pPrev) return first->pPrev;
+    while (first->pNext) first = first->pNext;
+    return first;
+}
+
 // The number after the last "." in the key of a numbered entry. -1 if the line is not one: a number
 // with leading zeros does not count.
 int numberOf(const char* line) {
@@ -142,10 +149,7 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
         p = findLine(p,
                      [&](const char* text) { return isEntryOf(name, text) && !isComment(text); });
     // Copies only the last line visited, not each of them.
-    const IniLineDef* last = p ? p : m_pFirstLine->pPrev;
-    if (!last)  // the first line may lack its link
-        for (last = m_pFirstLine; last->pNext;) last = last->pNext;
-    line = last->sLine;
+    line = (p ? p : lastLine(m_pFirstLine))->sLine;
     return isFound(p);
 }
 
