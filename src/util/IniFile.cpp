@@ -34,14 +34,17 @@ bool isSameLetter(char a, char b) {
     return a == b || ((a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z');
 }
 
+inline const char* skipBlanks(const char* text) {
+    while (CString::IsBlank(*text)) ++text;
+    return text;
+}
+
 // If the text begins with the name, the rest after the name and its blanks; otherwise null. Inline
 // and without a copy, since a lookup calls it for every line.
 inline const char* skipName(const char* text, std::string_view name) {
     for (std::size_t i = 0; i != name.size(); ++i)
         if (!isSameLetter(text[i], name[i])) return nullptr;
-    text += name.size();
-    while (CString::IsBlank(*text)) ++text;
-    return text;
+    return skipBlanks(text + name.size());
 }
 
 // Whether a line can have this name. In a line, `end` ends a name and the blanks after it do not
@@ -52,9 +55,7 @@ bool isName(std::string_view name, char end) {
 
 bool isHeaderOf(std::string_view section, const char* line) {
     if (!isHeader(line)) return false;
-    do ++line;
-    while (CString::IsBlank(*line));
-    const char* rest = skipName(line, section);
+    const char* rest = skipName(skipBlanks(line + 1), section);
     return rest && (*rest == ']' || *rest == '\0') && isName(section, ']');
 }
 
