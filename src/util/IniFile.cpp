@@ -229,11 +229,11 @@ bool CIniFile::setEntry(IniLineDef* first, std::string_view key, std::string_vie
     return true;
 }
 
-// Adds a line to the section that begins at `first`, unless it would be a forbidden duplicate. An
-// empty line never is.
+// Adds a line without a key to the section that begins at `first`. Returns false if the line must
+// be new and the section has it. An empty text adds nothing, so it need not be new.
 bool CIniFile::addBareLine(IniLineDef* first, std::string_view text, bool bAllowDuplicate) {
-    const bool isRefused = !bAllowDuplicate && !text.empty();
-    IniLineDef* line = findLine(first, [&](const char* bare) { return isRefused && text == bare; });
+    const bool mustBeNew = !bAllowDuplicate && !text.empty();
+    IniLineDef* line = findLine(first, [&](const char* bare) { return mustBeNew && text == bare; });
     return !isFound(line) && addToSection(line, text);
 }
 
