@@ -23,8 +23,9 @@ bool isEndless(const CString& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// The first size of the block that a file is read into. Doubled repeatedly, it comes close to
-// INT_MAX.
+// The size of the block that a file is read into, which is doubled for a line that fills it. No
+// string is longer than INT_MAX. Doublings of 16 * 1024 would end at half of that; these end just
+// below it.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
 // Only ASCII letters have a case.
@@ -47,8 +48,8 @@ inline const char* skipName(const char* text, std::string_view name) {
     return skipBlanks(text + name.size());
 }
 
-// Whether a line can have this name. In a line, `end` ends a name and the blanks after it do not
-// count. Those before it are skipped or trimmed away, so a name that begins with one never matches.
+// Whether a line can have this name. In a line, a name ends before the first `end` and the blanks
+// there. Without this test, the line "K  = 1" would match the key "K ", and "K== 1" the key "K=".
 bool isName(std::string_view name, char end) {
     return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
 }
@@ -270,10 +271,10 @@ bool CIniFile::WriteIniFile() {
 bool CIniFile::WriteIniFile(CString path) {
     CMyFileIO file;
     if (!file.OpenFile(std::move(path), "w+")) return false;
-    bool written = true;
-    for (const IniLineDef* p = m_pFirstLine; p && written; p = p->pNext)
-        written = file.WriteStringNL(p->sLine);
-    return written;
+    bool isWritten = true;
+    for (const IniLineDef* p = m_pFirstLine; p && isWritten; p = p->pNext)
+        isWritten = file.WriteStringNL(p->sLine);
+    return isWritten;
 }
 
 // ---------------------------------------------------------------- The list of lines
@@ -285,7 +286,7 @@ bool CIniFile::ReadIniFile(CString path) {
 }
 
 // Reads the file block by block and takes the lines from the block. An unfinished line at the end
-// is moved to the front, and the next block is read behind it. If a line fills the whole room, the
+// is moved to the front, and the next block is read after it. If a line fills the whole room, the
 // room is doubled, so that a line of any length is read in linear time.
 bool CIniFile::readLines(CMyFileIO& file) {
     CString block;
