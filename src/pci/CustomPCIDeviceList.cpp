@@ -119,9 +119,7 @@ void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = s
 void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = std::move(keyword); }
 
 void CustomPCIDeviceList::setInputFile(CString path) {
-    if (inputFile) return;
-    inputFile = new (std::nothrow) CIniFile(std::move(path));
-    if (!inputFile) CString::OutOfMemory();
+    if (!inputFile) inputFile = CString::Required(new (std::nothrow) CIniFile(std::move(path)));
 }
 
 bool CustomPCIDeviceList::initialize(int flags) {
@@ -150,8 +148,7 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
     if (nextDeviceIndex >= getTotalNumEntries()) return nullptr;
 
-    PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
-    if (!item) CString::OutOfMemory();
+    PCIDeviceItem* item = CString::Required(new (std::nothrow) PCIDeviceItem);
     const CString suffix = "." + CString(nextDeviceIndex);
     for (const EntryNumber& number : kEntryNumbers)
         item->*number.field =
@@ -185,8 +182,7 @@ void CustomPCIDeviceList::requireMemoryForRest() const {
     if (left <= 0) return;
     // Volatile, since a compiler may remove an allocation that is not used.
     void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
-    if (!trial) CString::OutOfMemory();
-    std::free(trial);
+    std::free(CString::Required(trial));
 }
 
 // ---------------------------------------------------------------- Naming

@@ -37,8 +37,8 @@ static_assert(CPool::kLargest < std::numeric_limits<SizeByte>::max());
 
 char* allocate(std::size_t length) {
     const std::size_t size = sizeof(SizeByte) + roomFor(length);
-    auto* block = length <= INT_MAX ? static_cast<SizeByte*>(CPool::Allocate(size)) : nullptr;
-    if (!block) CString::OutOfMemory();
+    auto* block = static_cast<SizeByte*>(
+        CString::Required(length <= INT_MAX ? CPool::Allocate(size) : nullptr));
     *block = static_cast<SizeByte>(std::min(size, CPool::kLargest + 1));
     return reinterpret_cast<char*>(block + 1);
 }
@@ -281,8 +281,7 @@ bool CString::ReleaseBuffer() {
 }
 
 char* CString::CreateCharString(unsigned n) {
-    char* text = n <= INT_MAX ? new (std::nothrow) char[std::size_t{n} + 1] : nullptr;
-    if (!text) OutOfMemory();
+    char* text = Required(n <= INT_MAX ? new (std::nothrow) char[std::size_t{n} + 1] : nullptr);
     *text = '\0';
     return text;
 }
@@ -297,10 +296,8 @@ char* CString::GetCharString() const {
 void CString::BufferInit() {
     if (tokenBuffersReady) return;
     tokenBuffersReady = true;
-    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator}) {
-        *string = new (std::nothrow) CString;
-        if (!*string) OutOfMemory();
-    }
+    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator})
+        *string = Required(new (std::nothrow) CString);
 }
 
 void CString::deleteTokenBuffers() {

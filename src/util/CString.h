@@ -177,9 +177,15 @@ public:
     void BufferRelease() {
         if (tokenBuffersReady) deleteTokenBuffers();
     }
-    /// Prints the fatal report that memory has run out and exits with status 1. For every failed
-    /// allocation that has no other answer.
+    /// Prints the fatal report that memory has run out and exits with status 1.
     [[noreturn]] static void OutOfMemory();
+    /// Returns the result of an allocation, which is fatal if it is null. For every allocation
+    /// whose failure has no other answer: `item = CString::Required(new (std::nothrow) Item)`.
+    template <class Memory>
+    static Memory* Required(Memory* memory) {
+        if (!memory) OutOfMemory();
+        return memory;
+    }
 
     // --- Search ---
 

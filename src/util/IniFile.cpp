@@ -119,9 +119,7 @@ CIniFile::IniLineDef* makeLine(std::string_view text) {
 }  // namespace
 
 void* CIniFile::IniLineDef::operator new(std::size_t size) {
-    void* record = CPool::Allocate(size);
-    if (!record) CString::OutOfMemory();
-    return record;
+    return CString::Required(CPool::Allocate(size));
 }
 
 void* CIniFile::IniLineDef::operator new(std::size_t size, const std::nothrow_t&) noexcept {
