@@ -92,6 +92,29 @@ bool isListed(const PCIDevice& device, CString positions) {
                        [&](const CString& position) { return isPositionOf(device, position); });
 }
 
+// The next item after this one that has the same name. Null if there is none.
+PCIDeviceItem* nextOfName(const PCIDeviceItem* item) {
+    PCIDeviceItem* other = item->next;
+    while (other && other->adapterName != item->adapterName) other = other->next;
+    return other;
+}
+
+// Counts the item and the later ones of its name, and sets the count of each.
+void countName(PCIDeviceItem* first) {
+    first->count = 1;
+    for (PCIDeviceItem* item = first; (item = nextOfName(item));) ++first->count;
+    if (first->count == 1) return;
+    for (PCIDeviceItem* item = first; (item = nextOfName(item));) item->count = first->count;
+}
+
+// Numbers the item and the later ones of its name, but no more of them than its count says.
+void numberName(PCIDeviceItem* first) {
+    PCIDeviceItem* item = first;
+    item->instance = 1;
+    for (std::int32_t number = 2; number <= first->count && (item = nextOfName(item)); ++number)
+        item->instance = number;
+}
+
 void addName(CString& names, const CString& name) { names.AddToken(name, ","); }
 }  // namespace
 
@@ -244,21 +267,10 @@ bool CustomPCIDeviceList::labelOnBoardAdapters() {
 }
 
 bool CustomPCIDeviceList::countDuplicateAdapters() {
+    // An item that has its numbers already is not the first one of its name.
     for (PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->count >= 1) continue;
-        item->count = 1;
-        for (const PCIDeviceItem* other = item->next; other; other = other->next)
-            if (other->adapterName == item->adapterName) ++item->count;
-        if (item->count == 1) continue;
-        for (PCIDeviceItem* other = item->next; other; other = other->next)
-            if (other->adapterName == item->adapterName) other->count = item->count;
-    }
-    for (PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->instance >= 1) continue;
-        item->instance = 1;
-        std::int32_t next = 2;
-        for (PCIDeviceItem* other = item->next; other && next <= item->count; other = other->next)
-            if (other->adapterName == item->adapterName) other->instance = next++;
+        if (item->count < 1) countName(item);
+        if (item->instance < 1) numberName(item);
     }
     return true;
 }
