@@ -189,9 +189,8 @@ int CustomPCIDeviceList::findEntry(int from) const {
     return inputFile ? inputFile->FindNumber(kEntrySection, from) : -1;
 }
 
-// The file may give a total of thousands of millions and hold only a few entries. The next two
-// functions keep such a run short.
-
+// The file may give a total of thousands of millions and hold only a few device entries. A run that
+// made an item for each missing one, only to drop it again, would take minutes.
 int CustomPCIDeviceList::skipMissingEntries() {
     const int total = getTotalNumEntries(), next = findEntry(nextDeviceIndex);
     if (nextDeviceIndex < total) nextDeviceIndex = next < 0 ? total : std::min(next, total);
@@ -199,7 +198,9 @@ int CustomPCIDeviceList::skipMissingEntries() {
 }
 
 // Ends the process at once if memory cannot hold an item, and as much again for its texts, for each
-// entry that is left.
+// device entry that is left. Otherwise a run with such a total and a name for the IDs 0 would fill
+// the memory for minutes first. This relies on a kernel that refuses what it cannot give. One that
+// is set up to promise any size lets the trial pass; then the run ends where its memory ends.
 void CustomPCIDeviceList::requireMemoryForRest() const {
     const int left = getTotalNumEntries() - nextDeviceIndex;
     if (left <= 0) return;
