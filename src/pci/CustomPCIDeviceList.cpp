@@ -59,7 +59,7 @@ unsigned digitValue(char c) {
 std::uint32_t lowBits(const CString& number, unsigned base) {
     const char* p = number.c_str();
     while (std::isspace(static_cast<unsigned char>(*p))) ++p;
-    const bool negative = *p == '-';
+    const bool isNegative = *p == '-';
     if (*p == '-' || *p == '+') ++p;
     const bool isPrefixed = p[0] == '0' && (p[1] == 'x' || p[1] == 'X');
     if (isPrefixed && (base == 0 || base == 16)) {
@@ -69,7 +69,7 @@ std::uint32_t lowBits(const CString& number, unsigned base) {
     if (base == 0) base = *p == '0' ? 8 : 10;
     std::uint32_t bits = 0;
     for (; digitValue(*p) < base; ++p) bits = bits * base + digitValue(*p);
-    return negative ? -bits : bits;
+    return isNegative ? -bits : bits;
 }
 
 // Whether the detection file may have no such entry: a missing one reads as zeros.
@@ -220,7 +220,7 @@ CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) co
 bool CustomPCIDeviceList::getNamedAdapters() {
     CIniFile map(mapFileLocation);
     PCIDeviceItem** end = endOfList();
-    bool memoryRequired = false;
+    bool hasTriedMemory = false;
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
@@ -229,7 +229,7 @@ bool CustomPCIDeviceList::getNamedAdapters() {
             continue;
         }
         // The missing entries have a name, so all of them will be in the list.
-        if (readsAsMissing(*item) && !std::exchange(memoryRequired, true)) requireMemoryForRest();
+        if (readsAsMissing(*item) && !std::exchange(hasTriedMemory, true)) requireMemoryForRest();
         item->adapterType = map.ReadString(item->adapterName, kTypeKey);
         *end = item;
         end = &item->next;
