@@ -139,7 +139,9 @@ CString CustomPCIDeviceList::getSystemID(CIniFile& configuration, const CString&
 
 void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = std::move(path); }
 
-void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = std::move(keyword); }
+void CustomPCIDeviceList::setSystemKeyword(CString systemID) {
+    systemKeyword = std::move(systemID);
+}
 
 void CustomPCIDeviceList::setInputFile(CString path) {
     if (!inputFile) inputFile = CString::Required(new (std::nothrow) CIniFile(std::move(path)));
@@ -218,11 +220,11 @@ CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) co
 }
 
 bool CustomPCIDeviceList::getNamedAdapters() {
-    CIniFile map(mapFileLocation);
+    CIniFile configuration(mapFileLocation);
     PCIDeviceItem** end = endOfList();
     bool hasTriedMemory = false;
     while (PCIDeviceItem* item = getNextPCIDevice()) {
-        item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
+        item->adapterName = configuration.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
             if (readsAsMissing(*item)) skipMissingEntries();  // they have no name either
             delete item;
@@ -230,11 +232,11 @@ bool CustomPCIDeviceList::getNamedAdapters() {
         }
         // The missing entries have a name, so all of them will be in the list.
         if (readsAsMissing(*item) && !std::exchange(hasTriedMemory, true)) requireMemoryForRest();
-        item->adapterType = map.ReadString(item->adapterName, kTypeKey);
+        item->adapterType = configuration.ReadString(item->adapterName, kTypeKey);
         *end = item;
         end = &item->next;
     }
-    map.Flush();
+    configuration.Flush();
     return true;
 }
 
@@ -300,17 +302,17 @@ void CustomPCIDeviceList::sortDevicesByType() {
         if (CString* group = groupOf(item->adapterType)) addName(*group, item->adapterName);
         addName(allDevices, item->adapterName);
     }
-    CIniFile map(mapFileLocation);
+    CIniFile configuration(mapFileLocation);
     for (const char* name : kSystemAdapters) {
-        const CString systems = map.ReadString(name, kSystemsKey);
-        // An empty keyword is part of every text, but IsSubstring never finds it.
+        const CString systems = configuration.ReadString(name, kSystemsKey);
+        // An empty identifier is part of every text, but IsSubstring never finds it.
         if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) continue;
         addName(serviceProcessorDevices, name);
         addName(allDevices, name);
     }
     cdromDevices = kCDROMAdapter;
     addName(allDevices, kCDROMAdapter);
-    map.Flush();
+    configuration.Flush();
 }
 
 CString CustomPCIDeviceList::getDASDDevices() const { return dasdDevices; }
