@@ -22,8 +22,8 @@ CString g_sBuffer;
 
 // The size of the buffer for a text of this length. A short text gets exactly what it needs, since
 // documents hold many. A long one gets up to a sixteenth more, so that the name lists of a large
-// machine are seldom moved while they grow: with exact sizes its report takes a fifth longer. The
-// size depends on the length alone, so no member has to keep it.
+// machine are seldom moved while they grow. The size depends on the length alone, so no member has
+// to keep it.
 std::size_t roomFor(std::size_t length) {
     unsigned shift = 0;
     while (length >> shift >= 32) ++shift;
@@ -78,9 +78,9 @@ struct AnyOf {
 
 // The text without the characters of a set at its left end, its right end, or both.
 template <class IsInSet>
-std::string_view trimmed(std::string_view text, IsInSet isInSet, bool left, bool right) {
-    while (left && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
-    while (right && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
+std::string_view trimmed(std::string_view text, IsInSet isInSet, bool trimsLeft, bool trimsRight) {
+    while (trimsLeft && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
+    while (trimsRight && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
     return text;
 }
 
@@ -115,7 +115,8 @@ void CString::release() {
 }
 
 // Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
-// Keeps the buffer if the buffer of a text as long as the present one has room for the result.
+// The buffer is at least as large as the present text needs. A result with room in that stays
+// there.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();

@@ -56,7 +56,9 @@ private:
         m_text = m_string.GetBuffer(m_room);
     }
 
-    unsigned m_length = 0, m_room = 63;  // doubled again and again, it comes close to INT_MAX
+    // No string is longer than INT_MAX. Doublings of 64 would end at half of that; these end just
+    // below it.
+    unsigned m_length = 0, m_room = 63;
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };

@@ -49,8 +49,8 @@ public:
     /// a locked `line` keeps its text, and the result says whether that is empty. Use IsEOF() then.
     bool ReadString(CString& line);
     /// Reads up to `size` bytes and removes carriage returns and NULs. Does not add a NUL. Returns
-    /// how many bytes are left. 0 means the end of the file, a read error, a `size` of 0, or that
-    /// no file is open.
+    /// the length of the text that `block` then begins with. 0 means the end of the file, a read
+    /// error, a `size` of 0, or that no file is open.
     unsigned ReadBlock(char* block, unsigned size);
     /// Whether a read has reached the end of the file, or no file is open. Still false when the
     /// last line was read with its line feed: only the next read reaches the end.
