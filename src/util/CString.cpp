@@ -115,8 +115,8 @@ void CString::release() {
 }
 
 // Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
-// The buffer is at least as large as the present text needs. A result with room in that stays
-// there.
+// The buffer has at least the room that the present text needs. If that is enough for the result,
+// the buffer stays.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();
@@ -345,9 +345,9 @@ unsigned CString::GetNumberOccurances(CString sub) const {
 // ---------------------------------------------------------------- Trimming and substrings
 
 template <class IsInSet>
-const char* CString::trim(IsInSet isInSet, bool left, bool right) {
+const char* CString::trim(IsInSet isInSet, bool trimsLeft, bool trimsRight) {
     if (lockedLength != 0) return "";
-    store(0, trimmed(buffer, isInSet, left, right));
+    store(0, trimmed(buffer, isInSet, trimsLeft, trimsRight));
     return buffer;
 }
 
@@ -387,12 +387,12 @@ bool CString::RemoveSubstring(CString sub) {
 // ---------------------------------------------------------------- Tokens
 
 // Splits the current token at its first separator. Without a separator, changes nothing.
-void CString::divide(const CString& sep, bool keepSeparator) {
+void CString::divide(const CString& sep, bool keepsSeparator) {
     const char* rest = tokenWork->buffer;
     std::string_view head;
     if (!takeToken(rest, sep, head)) return;
     tokenRest->Assign(rest);
-    tokenWork->Assign({head.data(), keepSeparator ? lengthOf(head.data(), rest) : head.size()});
+    tokenWork->Assign({head.data(), keepsSeparator ? lengthOf(head.data(), rest) : head.size()});
 }
 
 CString CString::StrTok(CString sep) {
@@ -454,10 +454,11 @@ int CString::FindToken(CString token, CString sep) const {
     if (text.IsEmpty()) return -1;
     const char* rest = text.buffer;
     std::string_view found;
-    for (bool goesOn = true; goesOn;) {
-        goesOn = takeToken(rest, sep, found);
+    bool hasNext;
+    do {
+        hasNext = takeToken(rest, sep, found);
         if (found == token.buffer) return static_cast<int>(found.data() - text.buffer);
-    }
+    } while (hasNext);
     return -1;
 }
 
@@ -587,13 +588,13 @@ const char* CString::MakePath(CString /*drive*/, CString directory, CString name
 }
 
 const char* CString::AddPath(CString part) {
-    const bool ends = GetLastChar() == '/', begins = part[0] == '/';
+    const bool endsInSlash = GetLastChar() == '/', beginsWithSlash = part[0] == '/';
     if (IsEmpty() || part.IsEmpty())
         *this += part;
-    else if (ends && begins)
+    else if (endsInSlash && beginsWithSlash)
         *this += part.buffer + 1;
     else
-        *this += ends || begins ? part : "/" + part;
+        *this += endsInSlash || beginsWithSlash ? part : "/" + part;
     return buffer;
 }
 

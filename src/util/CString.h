@@ -303,8 +303,8 @@ private:
     void store(std::size_t kept, std::string_view tail);
     void adopt(char* text);
     template <class IsInSet>
-    const char* trim(IsInSet isInSet, bool left, bool right);
-    void divide(const CString& sep, bool keepSeparator);
+    const char* trim(IsInSet isInSet, bool trimsLeft, bool trimsRight);
+    void divide(const CString& sep, bool keepsSeparator);
     CString pathPart(int which) const;
     CString convert(int (*fold)(int));
     CString convert(unsigned i, int (*fold)(int));
