@@ -35,7 +35,7 @@ constexpr const char* kMachineTypeKey = "Machine_Type";
 // What gives the value of an identity line.
 enum class Source {
     kSystem,    // a key in section System of the detection file
-    kOwn,       // a key in the system's own section of the configuration
+    kOwn,       // a key in the system's own section of the system configuration file
     kConstant,  // a fixed text
 };
 
@@ -88,6 +88,19 @@ void printLine(const char* key, const CString& value) {
     std::printf("%s = %s\n", key, value.c_str());
 }
 
+CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configuration,
+                const CString& systemID) {
+    switch (line.source) {
+        case Source::kSystem:
+            return detection.ReadString(kSystemSection, line.keyOrText);
+        case Source::kOwn:
+            return configuration.ReadString(systemID, line.keyOrText);
+        case Source::kConstant:
+            break;
+    }
+    return line.keyOrText;
+}
+
 // Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
@@ -97,12 +110,8 @@ CString printIdentity(const CString& configurationPath, const CString& inputPath
     std::printf("[MACH]\n");
     printLine("SystemID", systemID);
     std::printf("\n[%s]\n", systemID.c_str());
-    for (const IdentityLine& line : kIdentityLines) {
-        CString value = line.keyOrText;
-        if (line.source == Source::kSystem) value = detection.ReadString(kSystemSection, value);
-        if (line.source == Source::kOwn) value = configuration.ReadString(systemID, value);
-        printLine(line.key, value);
-    }
+    for (const IdentityLine& line : kIdentityLines)
+        printLine(line.key, valueOf(line, detection, configuration, systemID));
     detection.Flush();
     configuration.Flush();
     return systemID;
