@@ -29,9 +29,6 @@ CString addToList(CString list, CString name) {
 }
 
 namespace {
-constexpr const char* kSystemSection = "System";
-constexpr const char* kMachineTypeKey = "Machine_Type";
-
 // What gives the value of an identity line.
 enum class Source {
     kSystem,    // a key in section System of the detection file
@@ -46,7 +43,7 @@ struct IdentityLine {
 };
 // In the order of the report.
 constexpr IdentityLine kIdentityLines[] = {
-    {"MachTypeModelNumber", Source::kSystem, kMachineTypeKey},
+    {"MachTypeModelNumber", Source::kSystem, "Machine_Type"},
     {"ModelNumber", Source::kSystem, "Model_Number"},
     {"SerialNumber", Source::kSystem, "Serial_Number"},
     {"TotalNumEnclosures", Source::kSystem, "Number_Of_Enclosures"},
@@ -92,7 +89,7 @@ CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configu
                 const CString& systemID) {
     switch (line.source) {
         case Source::kSystem:
-            return detection.ReadString(kSystemSection, line.keyOrText);
+            return detection.ReadString(CustomPCIDeviceList::kSystemSection, line.keyOrText);
         case Source::kOwn:
             return configuration.ReadString(systemID, line.keyOrText);
         case Source::kConstant:
@@ -104,7 +101,7 @@ CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configu
 // Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
-    const CString machineType = detection.ReadString(kSystemSection, kMachineTypeKey);
+    const CString machineType = CustomPCIDeviceList::getMachineType(detection);
     const CString systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
 
     std::printf("[MACH]\n");

@@ -52,6 +52,14 @@ public:
         static void operator delete(void* record, std::size_t size) noexcept;
     };
 
+    /// What a lookup sees in a line.
+    enum LineKindDef {
+        lkBlank,   ///< Nothing: the line is empty or a comment.
+        lkHeader,  ///< The header of a section.
+        lkEntry,   ///< A key and its value.
+        lkBare,    ///< Text without "=", which no lookup finds.
+    };
+
     explicit CIniFile(CString path);  ///< Loads the file.
     ~CIniFile();                      ///< Writes unsaved edits back, then frees the lines.
     CIniFile(const CIniFile&) = delete;
@@ -74,9 +82,21 @@ public:
     /// the last line that was visited; in an empty document it stays unchanged.
     bool FindItem(CString section, CString key, CString& line);
     /// Searches the section for numbered entries: Name.0, Name.1 and so on, without leading zeros.
-    /// Returns the smallest number that is not below `from` (0 or more), or -1.
-    int FindNumber(CString section, int from) const;
+    /// Only those count whose name `isCounted` accepts. Returns the smallest number that is not
+    /// below `from` (0 or more), or -1.
+    int FindNumber(CString section, bool (*isCounted)(std::string_view name), int from) const;
+    /// Divides a trimmed line as lookups read it. `name` becomes the name of the section or the
+    /// key, `value` the value of an entry. What the line does not have becomes "".
+    static LineKindDef DivideLine(CString line, CString& name, CString& value);
     bool Exists() const;  ///< Whether the file can be opened for reading at this moment.
+
+    // --- Loading ---
+
+    /// Why this process did not read a file whole that is there, as "PATH: reason": it cannot be
+    /// opened, a read failed, memory for a line ran out, or it is a pipe, a device or a folder. ""
+    /// if there was none since the last call; of several, the first. For those who must not take
+    /// the document of such a file for a whole one. A missing file does not count.
+    static CString TakeLoadFault();
 
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
@@ -134,6 +154,9 @@ public:
     void DeleteLines();  ///< Frees all lines. The document is then empty.
 
 private:
+    static CString s_sLoadFault;
+
+    bool load(const CString& path, CString& fault);
     bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);
