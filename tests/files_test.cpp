@@ -18,7 +18,7 @@ TEST(Files, AreReadLineByLine) {
     EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
     EXPECT_FALSE(file.OpenFile("")) << "the open file stays";
     for (int pass = 0; pass < 2; ++pass) {
-        for (const char* expected : {"ab\n", "\n", "cd"}) {
+        for (const CString expected : {"ab\n", "\n", "cd"}) {
             SCOPED_TRACE(expected);
             EXPECT_FALSE(file.IsEOF());
             EXPECT_TRUE(file.ReadString(line));
