@@ -1,12 +1,9 @@
 #include "pci/CustomPCIDeviceList.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <iterator>
 #include <new>
 #include <string_view>
@@ -49,13 +46,13 @@ constexpr std::uint16_t PCIDevice::*kFields[] = {
     &PCIDevice::headerType,
 };
 
-// Whether the number in this key is one of a device entry.
+// Whether a key of a device entry has this name.
 bool isDeviceKey(std::string_view name) {
-    return std::any_of(std::begin(CustomPCIDeviceList::kDeviceKeys),
-                       std::end(CustomPCIDeviceList::kDeviceKeys), [&](const auto& key) {
-                           return name.size() == std::strlen(key.name) &&
-                                  strncasecmp(name.data(), key.name, name.size()) == 0;
-                       });
+    CString wanted;
+    wanted.Assign(name);
+    for (const auto& key : CustomPCIDeviceList::kDeviceKeys)
+        if (wanted.EqualsNoCase(key.name)) return true;
+    return false;
 }
 
 // The value of a digit or letter. 36 for any other character.
@@ -63,6 +60,27 @@ unsigned digitValue(char c) {
     if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
     const int lower = std::tolower(static_cast<unsigned char>(c));
     return lower >= 'a' && lower <= 'z' ? static_cast<unsigned>(lower - 'a' + 10) : 36;
+}
+
+// Skips white space and a sign. Returns whether the sign is a minus.
+bool skipSign(const char*& text) {
+    while (std::isspace(static_cast<unsigned char>(*text))) ++text;
+    const bool isNegative = *text == '-';
+    if (*text == '-' || *text == '+') ++text;
+    return isNegative;
+}
+
+// Skips the prefix of a hexadecimal number. Returns the base: the one given or, if that is 0, the
+// one that the prefix tells.
+unsigned skipPrefix(const char*& text, unsigned base) {
+    const bool isPrefixed =
+        text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && digitValue(text[2]) < 16;
+    if (isPrefixed && (base == 0 || base == 16)) {
+        text += 2;
+        return 16;
+    }
+    if (base != 0) return base;
+    return *text == '0' ? 8 : 10;
 }
 
 // Whether the detection file may have no such entry: a missing one reads as zeros.
@@ -148,26 +166,20 @@ void CustomPCIDeviceList::setInputFile(CString path) {
 // entry must keep its low bits.
 CustomPCIDeviceList::DeviceNumber CustomPCIDeviceList::readNumber(const DeviceKey& key,
                                                                   const char* text) {
-    const char* p = text;
-    unsigned base = key.base;
-    while (std::isspace(static_cast<unsigned char>(*p))) ++p;
-    const bool isNegative = *p == '-';
-    if (*p == '-' || *p == '+') ++p;
-    const bool isPrefixed = p[0] == '0' && (p[1] == 'x' || p[1] == 'X');
-    if (isPrefixed && (base == 0 || base == 16)) {
-        base = 16;
-        p += 2;
-    }
-    if (base == 0) base = *p == '0' ? 8 : 10;
+    const bool isNegative = skipSign(text);
+    const unsigned base = skipPrefix(text, key.base);
     const std::uint64_t limit = (std::uint64_t{1} << key.bits) - 1;
-    bool isTooWide = false;
     std::uint64_t number = 0;
-    for (; digitValue(*p) < base; ++p) {
-        number = number * base + digitValue(*p);
+    bool isTooWide = false;
+    for (; digitValue(*text) < base; ++text) {
+        number = number * base + digitValue(*text);
         isTooWide = isTooWide || number > limit;
     }
-    isTooWide = isTooWide || (isNegative && number != 0);
-    return {static_cast<std::uint32_t>((isNegative ? -number : number) & limit), p, isTooWide};
+    if (isNegative) {
+        number = -number;
+        isTooWide = isTooWide || number != 0;
+    }
+    return {static_cast<std::uint32_t>(number & limit), text, isTooWide};
 }
 
 bool CustomPCIDeviceList::initialize(int flags) {

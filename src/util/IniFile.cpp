@@ -297,32 +297,28 @@ bool CIniFile::WriteIniFile(CString path) {
 
 // ---------------------------------------------------------------- Loading
 
-CString CIniFile::s_sLoadFault;
+CIniFile::LoadFaultDef CIniFile::s_loadFault;
 
-CString CIniFile::TakeLoadFault() { return std::exchange(s_sLoadFault, CString()); }
-
-bool CIniFile::ReadIniFile(CString path) {
-    CString fault;
-    const bool isLoaded = load(path, fault);
-    if (!fault.IsEmpty() && s_sLoadFault.IsEmpty()) s_sLoadFault = path + ": " + fault;
-    return isLoaded;
+void CIniFile::noteFault(const CString& path, int error) {
+    if (!s_loadFault.sPath.IsEmpty()) return;
+    s_loadFault.sPath = path;
+    s_loadFault.nError = error;
 }
 
-// Appends the lines of the file. If it is there, but not read whole, `fault` becomes the reason.
-bool CIniFile::load(const CString& path, CString& fault) {
+bool CIniFile::ReadIniFile(CString path) {
     if (isEndless(path)) {
-        fault = "Not a regular file";
+        noteFault(path, 0);
         return true;
     }
     CMyFileIO file;
-    errno = ENOENT;  // an empty path is no fault, and fopen never sees it
+    errno = ENOENT;  // of an empty path, which fopen never sees
     if (!file.OpenFile(path)) {
-        if (errno != ENOENT && errno != ENOTDIR) fault = std::strerror(errno);
+        if (errno != ENOENT && errno != ENOTDIR) noteFault(path, errno);
         return false;
     }
     const bool isStored = readLines(file);
-    if (!isStored) fault = std::strerror(ENOMEM);
-    if (file.GetReadError() != 0) fault = std::strerror(file.GetReadError());
+    if (!isStored) noteFault(path, ENOMEM);
+    if (file.GetReadError() != 0) noteFault(path, file.GetReadError());
     return isStored;
 }
 

@@ -92,11 +92,15 @@ public:
 
     // --- Loading ---
 
-    /// Why this process did not read a file whole that is there, as "PATH: reason": it cannot be
-    /// opened, a read failed, memory for a line ran out, or it is a pipe, a device or a folder. ""
-    /// if there was none since the last call; of several, the first. For those who must not take
-    /// the document of such a file for a whole one. A missing file does not count.
-    static CString TakeLoadFault();
+    /// A file that is there, but was not read whole: it cannot be opened, a read failed, memory for
+    /// a line ran out, or it is a folder, a pipe or a device.
+    struct LoadFaultDef {
+        CString sPath;   ///< "" if there is no fault.
+        int nError = 0;  ///< The system's reason, an errno. 0 for a pipe or a device.
+    };
+    /// The first fault of this process since the last call. For those who must not take a shortened
+    /// document for a whole one. A missing file is no fault.
+    static LoadFaultDef TakeLoadFault() { return std::exchange(s_loadFault, {}); }
 
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
@@ -154,9 +158,9 @@ public:
     void DeleteLines();  ///< Frees all lines. The document is then empty.
 
 private:
-    static CString s_sLoadFault;
+    static LoadFaultDef s_loadFault;
 
-    bool load(const CString& path, CString& fault);
+    static void noteFault(const CString& path, int error);
     bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);

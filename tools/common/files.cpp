@@ -11,13 +11,18 @@
 
 #include "common/command.h"
 #include "pci/CustomPCIDeviceList.h"
+#include "util/IniFile.h"
+
+namespace {
+constexpr const char* kNotRegular = "Not a regular file";
+}
 
 CString whyUnreadable(const CString& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
     if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
     if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
-    return S_ISREG(status.st_mode) ? "" : "Not a regular file";
+    return S_ISREG(status.st_mode) ? "" : kNotRegular;
 }
 
 CString whyMisread(const CString& path) {
@@ -31,6 +36,12 @@ CString whyMisread(const CString& path) {
     if (pair == "\xFF\xFE" || pair == "\xFE\xFF" || pair.find('\0') != pair.npos)
         return "is UTF-16";
     return text == "\xEF\xBB\xBF" ? "begins with a byte-order mark" : "";
+}
+
+CString takeLoadFault() {
+    const CIniFile::LoadFaultDef fault = CIniFile::TakeLoadFault();
+    if (fault.sPath.IsEmpty()) return "";
+    return fault.sPath + ": " + (fault.nError == 0 ? kNotRegular : std::strerror(fault.nError));
 }
 
 CString describeRoot() {

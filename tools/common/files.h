@@ -10,6 +10,9 @@ CString whyUnreadable(const CString& path);
 /// a part of the first line, or "is UTF-16". "" if nothing does.
 CString whyMisread(const CString& path);
 
+/// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
+CString takeLoadFault();
+
 /// "RWCD is " and its value, or "RWCD is not set".
 CString describeRoot();
 
