@@ -7,29 +7,31 @@ using namespace std::string_literals;
 
 namespace {
 struct Lookup {
+    const char* rule;
     std::string document;
     const char* section;
     const char* key;
     CString value;
 };
 const Lookup kLookups[] = {
-    {"[Size]\nType = MT01", "sIZE", "TYPE", "MT01"},              // case; no line end at the end
-    {"\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw"},               // CRs and NULs vanish
-    {"\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K", "\"a  b\""},  // blanks around all names
-    {"[S]\n;K = 1\n", "S", ";K", "absent"},                       // a comment
-    {"[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},             // the first entry
-    {"[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},               // the first section only
-    {"K = v\n[S]\nK = w\n", "", "K", "v"},                        // above the first header
-    {"[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},           // whole names only
+    {"the case of names does not count", "[Size]\nType = MT01\n", "sIZE", "TYPE", "MT01"},
+    {"the last line needs no line feed", "[S]\nK = v", "S", "K", "v"},
+    {"carriage returns and NULs vanish", "\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw"},
+    {"blanks around names and values do not count", "\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K",
+     "\"a  b\""},
+    {"a comment is not an entry", "[S]\n;K = 1\n", "S", ";K", "absent"},
+    {"the first entry of a key is found", "[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},
+    {"the first section of a name is searched", "[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},
+    {"the empty name is above the first header", "K = v\n[S]\nK = w\n", "", "K", "v"},
+    {"only whole names match", "[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},
 };
 }  // namespace
 
 TEST(IniLookup, FollowsTheSyntax) {
     const ScratchFolder folder;
     for (const Lookup& row : kLookups) {
-        SCOPED_TRACE(row.document);
         CIniFile ini(folder.file("a.ini", row.document).c_str());
-        EXPECT_EQ(row.value, ini.ReadString(row.section, row.key, "absent"));
+        EXPECT_EQ(row.value, ini.ReadString(row.section, row.key, "absent")) << row.rule;
     }
 }
 
@@ -77,9 +79,9 @@ TEST(IniLookup, AnswersFromMemoryAndWritesNothing) {
     std::filesystem::remove(folder.path("a.ini"));
     CString line;
     EXPECT_TRUE(ini.FindItem("", "K", line));
-    EXPECT_EQ("K = v", line);  // the whole line
+    EXPECT_EQ("K = v", line) << "the whole line";
     EXPECT_FALSE(ini.FindItem("T", "K", line));
-    EXPECT_EQ("[S]", line);  // the last line visited
+    EXPECT_EQ("[S]", line) << "the last line that was visited";
     EXPECT_EQ(0, ini.ReadInteger("", "none"));
     EXPECT_FALSE(ini.Flush());
     EXPECT_FALSE(ini.Exists());
