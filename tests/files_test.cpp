@@ -15,6 +15,7 @@ TEST(Files, AreReadLineByLine) {
     CMyFileIO file;
     CString line;
     EXPECT_FALSE(file.ReadString(line));
+    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
     EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
     EXPECT_FALSE(file.OpenFile("")) << "the open file stays";
     for (int pass = 0; pass < 2; ++pass) {
@@ -27,6 +28,8 @@ TEST(Files, AreReadLineByLine) {
         EXPECT_TRUE(file.IsEOF());
         EXPECT_TRUE(file.Rewind());
     }
+    EXPECT_TRUE(file.Close());
+    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
 }
 
 TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
@@ -72,24 +75,17 @@ TEST(Files, AreDeletedWhenTheyAreClosedOnlyIfTemporary) {
     EXPECT_TRUE(file.Exists()) << "the temporary file before it does not count";
 }
 
-TEST(Files, AreClosedBeforeTheNextOneAndInTheEnd) {
+TEST(Files, LeaveNoDescriptorOpen) {
     const ScratchFolder folder;
-    const CString name = folder.file("a", "").c_str(), dir = folder.path().c_str();
     const long before = openFiles();
     {
-        CMyFileIO file(name);
-        EXPECT_TRUE(file.IsEOF()) << "nothing is open";
+        CMyFileIO file(folder.file("a", "").c_str()), temporary;
         for (int i = 0; i < 2; ++i) EXPECT_TRUE(file.Open());
-        EXPECT_FALSE(file.IsEOF()) << "nothing was read";
-        EXPECT_EQ(before + 1, openFiles()) << "the second Open() closes the first file";
-        EXPECT_TRUE(file.Close());
-        EXPECT_TRUE(file.IsEOF()) << "nothing is open";
-        EXPECT_TRUE(file.Open());
+        EXPECT_TRUE(temporary.OpenTempFile(folder.path().c_str()));
+        EXPECT_EQ(before + 2, openFiles()) << "one for each object";
         EXPECT_TRUE(file.DeleteFile());
-        EXPECT_EQ(before, openFiles()) << "DeleteFile() closes the file";
+        EXPECT_EQ(before + 1, openFiles()) << "DeleteFile() closes the file";
         EXPECT_FALSE(file.Exists());
-        EXPECT_TRUE(file.OpenTempFile(dir));
-        EXPECT_EQ(before + 1, openFiles()) << "the descriptor that made the name is closed";
     }
     EXPECT_EQ(before, openFiles()) << "the end of the object closes the file";
 }

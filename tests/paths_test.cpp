@@ -8,16 +8,15 @@ struct Split {
     CString expected;
 };
 const Split kSplits[] = {
-    {"the path ends before the last slash, and is not trimmed", &CString::GetPath,
-     " C:/tmp/a.b.txt\n", " C:/tmp"},
+    {"a path ends before the last slash", &CString::GetPath, " C:/tmp/a.b\n", " C:/tmp"},
     {"without a slash, the first colon divides", &CString::GetPath, "C:a:b", "C"},
     {"without both, there is no path", &CString::GetPath, "name", ""},
     {"the drive is trimmed", &CString::GetDrive, " C:/tmp", "C:"},
     {"a drive may hold a slash", &CString::GetDrive, "dir/a:b", "dir/a:"},
     {"a directory ends with its slash", &CString::GetDirectory, "C:/tmp/a", "/tmp/"},
-    {"a file name has no extension", &CString::GetFileName, "/tmp/a.b.txt\n", "a.b"},
+    {"a file name has no extension", &CString::GetFileName, "/tmp/a.b.c\n", "a.b"},
     {"an extension begins with its dot", &CString::GetExtension, "/tmp/a.b.txt\n", ".txt"},
-    {"an extension has at most three characters", &CString::GetExtension, "b.html", ""},
+    {"an extension has at most three letters", &CString::GetExtension, "b.html", ""},
 };
 }  // namespace
 
