@@ -112,10 +112,12 @@ PCIDeviceItem* nextOfName(const PCIDeviceItem* item) {
 
 // Counts the item and the later ones of its name, and sets the count of each.
 void countName(PCIDeviceItem* first) {
-    first->count = 1;
-    for (PCIDeviceItem* item = first; (item = nextOfName(item));) ++first->count;
-    if (first->count == 1) return;
-    for (PCIDeviceItem* item = first; (item = nextOfName(item));) item->count = first->count;
+    std::int32_t total = 1;
+    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item)) ++total;
+    first->count = total;
+    if (total == 1) return;
+    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item))
+        item->count = total;
 }
 
 // Numbers the item and the later ones of its name, but no more of them than its count says.
@@ -226,8 +228,8 @@ int CustomPCIDeviceList::findEntry(int from) const {
     return inputFile ? inputFile->FindNumber(kDeviceSection, isDeviceKey, from) : -1;
 }
 
-// The file may give a total of thousands of millions and hold only a few device entries. A run that
-// made an item for each missing one, only to drop it again, would take minutes.
+// The total may be as high as INT_MAX in a file of a few device entries. A run that made an item
+// for each missing one, only to drop it again, would take minutes.
 int CustomPCIDeviceList::skipMissingEntries() {
     const int total = getTotalNumEntries(), next = findEntry(nextDeviceIndex);
     if (nextDeviceIndex < total) nextDeviceIndex = next < 0 ? total : std::min(next, total);

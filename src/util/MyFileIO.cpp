@@ -62,6 +62,7 @@ private:
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };
+
 // Adds the next line with its line feed. Returns false if the file ends before one.
 bool gatherLine(std::FILE* file, Gatherer& line) {
     for (int c; (c = getc_unlocked(file)) != EOF;) {
