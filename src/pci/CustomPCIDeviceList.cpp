@@ -112,18 +112,17 @@ PCIDeviceItem* nextOfName(const PCIDeviceItem* item) {
 
 // Counts the item and the later ones of its name, and sets the count of each.
 void countName(PCIDeviceItem* first) {
-    std::int32_t total = 1;
-    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item)) ++total;
-    first->count = total;
-    if (total == 1) return;
-    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item))
-        item->count = total;
+    first->count = 1;
+    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item)) ++first->count;
+    PCIDeviceItem* item = first;
+    for (std::int32_t left = first->count; left > 1 && (item = nextOfName(item)); --left)
+        item->count = first->count;
 }
 
 // Numbers the item and the later ones of its name, but no more of them than its count says.
 void numberName(PCIDeviceItem* first) {
+    first->instance = 1;
     PCIDeviceItem* item = first;
-    item->instance = 1;
     for (std::int32_t number = 2; number <= first->count && (item = nextOfName(item)); ++number)
         item->instance = number;
 }
