@@ -25,6 +25,22 @@ const Lookup kLookups[] = {
     {"the empty name is above the first header", "K = v\n[S]\nK = w\n", "", "K", "v"},
     {"only whole names match", "[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},
 };
+
+struct NumberedEntry {
+    const char* rule;
+    const char* entry;
+    int number;
+};
+const NumberedEntry kNumberedEntries[] = {
+    {"blanks after the number do not count", "L.3 =", 3},
+    {"the name may be empty", ".4=", 4},
+    {"a comment is not an entry", ";K.1=", -1},
+    {"a number with a leading zero does not count", "K.02=", -1},
+    {"a number has digits", "K.=", -1},
+    {"a number follows a dot", "K5=", -1},
+    {"a name that is not counted does not count", "X.5=", -1},
+    {"a number above INT_MAX does not count", "K.2147483648=", -1},
+};
 }  // namespace
 
 TEST(IniLookup, FollowsTheSyntax) {
@@ -45,13 +61,16 @@ TEST(IniLookup, ReadsLinesOfAnyLength) {
 
 TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     const ScratchFolder folder;
-    const char* const entries =
-        "[S]\nK.7=\nL.3 =\n;K.1=\nK.02=\nK.=\n.4=\nK5=\nX.5=\nK.2147483648=\n";
-    CIniFile ini(folder.file("a.ini", entries).c_str());
-    const auto isCounted = [](std::string_view name) { return name != "X"; };
-    const std::pair<int, int> kNext[] = {{0, 3}, {4, 4}, {5, 7}, {8, -1}};
-    for (const auto& [from, next] : kNext) EXPECT_EQ(next, ini.FindNumber("S", isCounted, from));
-    EXPECT_EQ(-1, ini.FindNumber("T", isCounted, 0));
+    const auto next = [&](const std::string& entries, const char* section, int from) {
+        CIniFile ini(folder.file("a.ini", "[S]\n" + entries).c_str());
+        const auto isCounted = [](std::string_view name) { return name != "X"; };
+        return ini.FindNumber(section, isCounted, from);
+    };
+    for (const NumberedEntry& row : kNumberedEntries)
+        EXPECT_EQ(row.number, next(row.entry, "S", 0)) << row.rule;
+    const std::pair<int, int> kNext[] = {{0, 3}, {3, 3}, {4, 7}, {8, -1}};
+    for (const auto& [from, number] : kNext) EXPECT_EQ(number, next("K.7=\nL.3=\n", "S", from));
+    EXPECT_EQ(-1, next("K.7=\n", "T", 0)) << "there is no such section";
 }
 
 TEST(IniLookup, TellsWhichFileWasNotReadWhole) {
