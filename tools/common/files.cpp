@@ -17,6 +17,11 @@ namespace {
 constexpr const char* kNotRegular = "Not a regular file";
 }
 
+bool isThere(const CString& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
 CString whyUnreadable(const CString& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return std::strerror(errno);

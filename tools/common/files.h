@@ -2,6 +2,9 @@
 
 #include "util/CString.h"
 
+/// Whether there is something at the path, be it a link that leads nowhere.
+bool isThere(const CString& path);
+
 /// Why the file cannot be read, in the system's words; "" if it can. A pipe, a device or a folder
 /// is refused: the converter takes it as an empty file.
 CString whyUnreadable(const CString& path);
