@@ -8,34 +8,35 @@
 #include "scratch.h"
 
 namespace {
-// A map that gives each name of the machine. Four functions of the machine have the same name.
-std::string mapOf(std::int64_t functions) {
-    std::string map = "[PCIIDMap]\n";
+// A system configuration file that names each PCI function of the machine. Four functions have the
+// same name.
+std::string configurationOf(std::int64_t functions) {
+    std::string configuration = "[PCIIDMap]\n";
     for (std::int64_t i = 0; i < functions / 4; ++i) {
         char entry[64];
         std::snprintf(entry, sizeof entry, "0x1ACE%04X = SINGLE_PORT_CONTROLLER_%d\n",
                       static_cast<unsigned>(i), static_cast<int>(i));
-        map += entry;
+        configuration += entry;
     }
-    return map;
+    return configuration;
 }
 
 std::string scanOf(std::int64_t functions) {
     std::string scan = "[PCI]\nTotal_Number_Of_Devices = " + std::to_string(functions) + "\n";
     for (std::int64_t i = 0; i < functions; ++i) {
-        char entry[64];
-        std::snprintf(entry, sizeof entry, "Vendor_ID.%d = 0x1ACE\nDevice_ID.%d = 0x%04X\n",
+        char keys[64];
+        std::snprintf(keys, sizeof keys, "Vendor_ID.%d = 0x1ACE\nDevice_ID.%d = 0x%04X\n",
                       static_cast<int>(i), static_cast<int>(i),
                       static_cast<unsigned>(i % (functions / 4)));
-        scan += entry;
+        scan += keys;
     }
     return scan;
 }
 
 void CountDuplicates(benchmark::State& state) {
-    const ScratchFile map(mapOf(state.range(0))), scan(scanOf(state.range(0)));
+    const ScratchFile configuration(configurationOf(state.range(0))), scan(scanOf(state.range(0)));
     CustomPCIDeviceList adapters;
-    adapters.setMapFileLocation(map.path());
+    adapters.setMapFileLocation(configuration.path());
     adapters.setInputFile(scan.path());
     adapters.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE |
                         CustomPCIDeviceList::INIT_NAME_ADAPTERS);
