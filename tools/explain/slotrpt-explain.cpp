@@ -71,7 +71,7 @@ bool addMachine(const CString& path, Configuration& configuration, Overview& ove
 }
 
 int explainSeveral(int count, char* paths[], Configuration& configuration, Warnings& warnings) {
-    Overview overview(static_cast<unsigned>(count));
+    Overview overview;
     bool areAllRead = true;
     for (int i = 0; i != count; ++i)
         areAllRead = addMachine(paths[i], configuration, overview) && areAllRead;
