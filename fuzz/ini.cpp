@@ -2,6 +2,8 @@
 // entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
 // "d" even if it is there. "S", "B" and "D" write the document back.
 
+#include <climits>
+
 #include "common/Document.h"
 #include "fuzz.h"
 #include "util/IniFile.h"
@@ -52,33 +54,23 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     check(!ini.FindItem(section, key + " ", line));
     check(!ini.FindItem(section + " ", key, line));
     const auto isAny = [](std::string_view) { return true; };
-    for (int n = 0, next; (next = ini.FindNumber(section, isAny, n)) >= 0 && next < 1 << 30;
-         n = next + 1) {
-        check(next >= n);
-        check(ini.FindNumber(section, isAny, next) == next);
+    for (int n = 0, at; (at = ini.FindNumber(section, isAny, n)) >= 0 && at < INT_MAX; n = at + 1) {
+        check(at >= n);
+        check(ini.FindNumber(section, isAny, at) == at);
     }
 }
 
-// A lookup finds each entry, except in a section without a name or with that of an earlier one.
-void whatIsDividedIsFound(CIniFile& ini) {
-    CString section, name, value, line;
-    Strings opened = {""};
-    bool isRead = true;
-    for (const auto* p = ini.GetFirstLine(); p; p = p->pNext) {
-        const auto kind = CIniFile::DivideLine(p->sLine, name, value);
-        check(kind != CIniFile::lkEntry || !isRead || ini.FindItem(section, name, line));
-        if (kind != CIniFile::lkHeader) continue;
-        section = name.Lower();
-        isRead = std::find(opened.begin(), opened.end(), section) == opened.end();
-        opened.push_back(section);
+// Lookups never enter a section without a name, or with that of an earlier one.
+void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
+    for (const Line& line : document.getLines()) {
+        const Line* const header = line.section;
+        if (!line.isEntry() || (header && (header->isRepeated() || header->name.IsEmpty())))
+            continue;
+        same(ini.ReadString(header ? header->name : "", line.name, " absent "), line.first->value);
+        check(!header || document.findSection(header->name.Upper()) == header);
+        check(!header || document.findEntry(header, line.name.Upper()) == line.first);
+        check(!document.findEntry(header, line.name + " "));
     }
-}
-
-void anIndexFindsTheSame(CIniFile& ini, const Document& document, const Strings& fields) {
-    const CString &section = fields[1], &key = fields[2];
-    if (section.IsEmpty()) return;
-    const Line* entry = document.findEntry(document.findSection(section), key);
-    same(ini.ReadString(section, key, " absent "), entry ? entry->value : " absent ");
 }
 
 // The first line is never blank, so that there is one before the blanks.
@@ -111,10 +103,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     {
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);
-        whatIsDividedIsFound(ini);
-        const Document document(kPath.c_str());
-        for (const std::string& line : parts(input[1], "\n"))
-            anIndexFindsTheSame(ini, document, strings(parts(line, "|", 4)));
+        theIndexFindsWhatLookupsFind(ini, Document(kPath.c_str()));
         for (const std::string& line : parts(input[1], "\n")) {
             const Strings fields = strings(parts(line, "|", 4));
             const Edit edit{fields[0], fields[1], fields[2], fields[3]};
