@@ -32,7 +32,7 @@ trap 'exit 1' HUP INT TERM
 
 if ! ip netns add "$(space here)" 2>/dev/null || ! inside here mount -t tmpfs none /mnt 2>/dev/null
 then
-    passOver "the command for several hosts, since no network namespaces can be made here"
+    skip "the command for several hosts, since no network namespaces can be made here"
     exit 0
 fi
 build release

@@ -60,9 +60,9 @@ makeBuildFolder() {
     [ -w build ] || fail "cannot write to $(pwd)/build, which takes all that is built"
 }
 
-# passOver WHAT: says what cannot be checked here.
-passOver() {
-    echo "passed over: $1"
+# skip WHAT: says what cannot be checked here.
+skip() {
+    echo "skipped: $1"
 }
 
 # build PRESET: builds the preset in build/PRESET. Prints what is compiled; if all is up to date,
