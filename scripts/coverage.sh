@@ -23,8 +23,8 @@ llvm-profdata merge --failure-mode=all -o all.profdata profiles
 set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples)/' \
     slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
     -object examples/inied -object examples/params
-llvm-cov report "$@" | sed "s#$top/##" >report
-cat report
+llvm-cov report "$@" | sed "s#$top/##" >figures
+cat figures
 
 echo
 echo "Never run, or never taken:"
@@ -36,4 +36,4 @@ llvm-cov export "$@" -format=lcov | awk -v top="$top/" '
 ' | sort -t: -k1,1 -k2,2n -u
 
 echo
-awk '$1 == "TOTAL" { print "coverage: " $10 " of the lines, " $13 " of the branches" }' report
+awk '$1 == "TOTAL" { print "coverage: " $10 " of the lines, " $13 " of the branches" }' figures

@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: scripts/check-hosts.sh
+# usage: .ci/check-hosts.sh
 # Tries the README's command for several hosts, as it stands there, on two hosts. This script makes
 # the hosts and removes them again. Each is a network namespace with an ssh server, the program
 # slotrpt and a CD, and has nothing else of slotrpt. Needs root. If the system cannot make network

@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: scripts/check-readme.sh
+# usage: .ci/check-readme.sh
 # Runs every command of the README as it stands there, in order and in one shell, from the top of
 # the checkout. Needs root, since some commands install packages or files. The output that the
 # README shows below a command must be what the command prints. The input and the report that the

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Tries the packages of scripts/package.sh, as root:
 #
-#   scripts/check-package.sh
+#   .ci/check-package.sh
 #
 # The program must run in a root folder that holds only the package's programs and the examples. On
 # a fresh Debian system, a package must install, run and leave nothing behind when it is removed.
