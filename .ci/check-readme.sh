@@ -43,6 +43,7 @@ for got in "$work"/got*; do
     mustHold "$got" "$work/text${got#"$work"/got}"
 done
 
+sed -i '/^cd build$/d' "$work/sh hosts1" # that folder is in a checkout only
 # The words of a text, however its lines are broken.
 words() { tr -s '\\\n' ' ' <"$1"; }
 mandoc -T ascii build/release/packaging/slotrpt-fleet.1 >"$work/manual"
