@@ -66,6 +66,8 @@ tryCommands() {
     export RWCD="$2/cd"
     chroot "$1" slotrpt-check-cd "$RWCD"
     chroot "$1" slotrpt-explain "$2/alpha.ini" | grep -qx '9 entries: 4 named, 5 unnamed, 3 on-board'
+    chroot "$1" slotrpt-scan - <tools/scan/test/forms/machine.txt |
+        grep -qx 'Total_Number_Of_Devices = 10'
     mkdir "$1/fleet"
     cp examples/alpha.ini "$1/fleet"
     chroot "$1" slotrpt-fleet /fleet

@@ -41,15 +41,33 @@ void aDocumentHoldsTheLinesOfItsFile(const CIniFile& ini) {
 
 void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const CString value = ini.ReadString(section, key, " absent ");
-    CString line = "=";
+    CString line = "=", name, divided = " absent ";
     const bool found = ini.FindItem(section, key, line);
-    same(value, found ? trimmed(line.Mid(line.Find("=") + 1, 0)) : " absent ");
-    check(!found || (key.EqualsNoCase(trimmed(line.Left(line.Find("=")))) && line[0] != ';'));
+    check(!found || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
+    check(!found || key.EqualsNoCase(name));
+    same(value, divided);
     same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
     check(ini.ReadInteger(section, key, -7) == (found ? value.ToInt() : -7));
     check(!ini.FindItem(section, key + " ", line) && !ini.FindItem(section + " ", key, line));
-    for (int n = 0, next; (next = ini.FindNumber(section, n)) >= 0 && next < 1 << 30; n = next + 1)
-        check(next >= n && ini.FindNumber(section, next) == next);
+    const auto isAny = [](std::string_view) { return true; };
+    for (int n = 0, next; (next = ini.FindNumber(section, isAny, n)) >= 0 && next < 1 << 30;
+         n = next + 1)
+        check(next >= n && ini.FindNumber(section, isAny, next) == next);
+}
+
+// A lookup finds each entry, except in a section without a name or with that of an earlier one.
+void whatIsDividedIsFound(CIniFile& ini) {
+    CString section, name, value, line;
+    Strings opened = {""};
+    bool isRead = true;
+    for (const auto* p = ini.GetFirstLine(); p; p = p->pNext) {
+        const auto kind = CIniFile::DivideLine(p->sLine, name, value);
+        check(kind != CIniFile::lkEntry || !isRead || ini.FindItem(section, name, line));
+        if (kind != CIniFile::lkHeader) continue;
+        section = name.Lower();
+        isRead = std::find(opened.begin(), opened.end(), section) == opened.end();
+        opened.push_back(section);
+    }
 }
 
 // The first line is never blank, so that there is one before the blanks.
@@ -82,6 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     {
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);
+        whatIsDividedIsFound(ini);
         for (const std::string& line : parts(input[1], "\n")) {
             const Strings fields = strings(parts(line, "|", 4));
             const Edit edit{fields[0], fields[1], fields[2], fields[3]};

@@ -29,9 +29,6 @@ CString addToList(CString list, CString name) {
 }
 
 namespace {
-constexpr const char* kSystemSection = "System";
-constexpr const char* kMachineTypeKey = "Machine_Type";
-
 // What gives the value of an identity line.
 enum class Source {
     kSystem,    // a key in section System of the detection file
@@ -46,7 +43,7 @@ struct IdentityLine {
 };
 // In the order of the report.
 constexpr IdentityLine kIdentityLines[] = {
-    {"MachTypeModelNumber", Source::kSystem, kMachineTypeKey},
+    {"MachTypeModelNumber", Source::kSystem, "Machine_Type"},
     {"ModelNumber", Source::kSystem, "Model_Number"},
     {"SerialNumber", Source::kSystem, "Serial_Number"},
     {"TotalNumEnclosures", Source::kSystem, "Number_Of_Enclosures"},
@@ -91,7 +88,7 @@ void printLine(const char* key, const CString& value) {
 // Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
-    const CString machineType = detection.ReadString(kSystemSection, kMachineTypeKey);
+    const CString machineType = CustomPCIDeviceList::getMachineType(detection);
     const CString systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
 
     std::printf("[MACH]\n");
@@ -99,7 +96,8 @@ CString printIdentity(const CString& configurationPath, const CString& inputPath
     std::printf("\n[%s]\n", systemID.c_str());
     for (const IdentityLine& line : kIdentityLines) {
         CString value = line.keyOrText;
-        if (line.source == Source::kSystem) value = detection.ReadString(kSystemSection, value);
+        if (line.source == Source::kSystem)
+            value = detection.ReadString(CustomPCIDeviceList::kSystemSection, value);
         if (line.source == Source::kOwn) value = configuration.ReadString(systemID, value);
         printLine(line.key, value);
     }

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "support.h"
 #include "util/IniFile.h"
 
@@ -39,15 +41,34 @@ TEST(IniLookup, ReadsLinesOfAnyLength) {
     EXPECT_EQ("1", ini.ReadString("S", "L"));
 }
 
-TEST(IniLookup, FindsTheNextNumberedEntry) {
+TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     const ScratchFolder folder;
-    const char* const entries = "[S]\nK.7=\nL.3 =\n;K.1=\nK.02=\nK.=\n.4=\nK5=\nK.2147483648=\n";
+    const char* const entries =
+        "[S]\nK.7=\nL.3 =\n;K.1=\nK.02=\nK.=\n.4=\nK5=\nX.5=\nK.2147483648=\n";
     CIniFile ini(folder.file("a.ini", entries).c_str());
-    EXPECT_EQ(3, ini.FindNumber("S", 0));
-    EXPECT_EQ(4, ini.FindNumber("S", 4));
-    EXPECT_EQ(7, ini.FindNumber("S", 5));
-    EXPECT_EQ(-1, ini.FindNumber("S", 8));
-    EXPECT_EQ(-1, ini.FindNumber("T", 0));
+    const auto isCounted = [](std::string_view name) { return name != "X"; };
+    const std::pair<int, int> kNext[] = {{0, 3}, {4, 4}, {5, 7}, {8, -1}};
+    for (const auto& [from, next] : kNext) EXPECT_EQ(next, ini.FindNumber("S", isCounted, from));
+    EXPECT_EQ(-1, ini.FindNumber("T", isCounted, 0));
+}
+
+TEST(IniLookup, TellsWhichFileWasNotReadWhole) {
+    const ScratchFolder folder;
+    const std::string pipe = folder.path("pipe"), loop = folder.path("loop");
+    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+    std::filesystem::create_symlink("loop", loop);
+    const std::pair<std::string, int> kFaults[] = {
+        {folder.path(), EISDIR}, {pipe, 0}, {loop, ELOOP}, {"/proc/self/mem", EIO}};
+    for (const auto& [path, error] : kFaults) {
+        SCOPED_TRACE(path);
+        CIniFile(path.c_str());
+        CIniFile("/dev/null");  // a later fault does not replace the first
+        const CIniFile::LoadFaultDef fault = CIniFile::TakeLoadFault();
+        EXPECT_EQ(path.c_str(), fault.sPath);
+        EXPECT_EQ(error, fault.nError);
+    }
+    for (const char* fine : {"", "none", "/proc/self/status"}) CIniFile{fine};
+    EXPECT_EQ("", CIniFile::TakeLoadFault().sPath);
 }
 
 TEST(IniLookup, AnswersFromMemoryAndWritesNothing) {

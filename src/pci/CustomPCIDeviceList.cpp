@@ -4,7 +4,9 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "util/IniFile.h"
@@ -14,38 +16,44 @@ namespace {
 constexpr const char* kCDRootVariable = "RWCD";
 constexpr const char* kCDDirectory = "/rwise/ini/";
 
-// The detection file.
-constexpr const char* kEntrySection = "PCI";
-constexpr const char* kTotalKey = "Total_Number_Of_Devices";
-
-// The system configuration file.
-constexpr const char* kSystemMapSection = "SystemIDMap";
-constexpr const char* kMapSection = "PCIIDMap";
-constexpr const char* kTypeKey = "AdapterType";
-constexpr const char* kSystemsKey = "Systems";
-
-// The per-system file.
-constexpr const char* kOnBoardKey = "OnBoard";
-constexpr unsigned kMaxPositions = 4;
-
 constexpr const char* kTrue = "TRUE";
 constexpr const char* kFalse = "FALSE";
 constexpr const char* kCDROMAdapter = "IDE";
-constexpr const char* kSystemAdapters[] = {"STORMPETREL", "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
 
-// A number of a device entry. Base 0 means that the prefix of the number tells the base.
-struct EntryNumber {
-    const char* key;
-    unsigned base;
-    std::uint16_t PCIDevice::*field;
+struct GroupWord {
+    const char* word;
+    CustomPCIDeviceList::Group group;
 };
-constexpr EntryNumber kEntryNumbers[] = {
-    {"Vendor_ID", 16, &PCIDevice::vendorID},       {"Device_ID", 16, &PCIDevice::deviceID},
-    {"Subvendor_ID", 16, &PCIDevice::subVendorID}, {"Subdevice_ID", 16, &PCIDevice::subDeviceID},
-    {"Bus_Number", 0, &PCIDevice::busNumber},      {"Device_Number", 0, &PCIDevice::deviceNumber},
-    {"Revision", 0, &PCIDevice::revision},         {"Header_Type", 0, &PCIDevice::headerType},
+// In the order in which they are tried.
+constexpr GroupWord kGroupWords[] = {
+    {"DASD", CustomPCIDeviceList::GROUP_DASD},
+    {"NETWORK", CustomPCIDeviceList::GROUP_NETWORK},
+    {"VIDEO", CustomPCIDeviceList::GROUP_VIDEO},
+    {"ServiceProcessor", CustomPCIDeviceList::GROUP_SERVICE_PROCESSOR},
 };
-constexpr const char* kClassCodeKey = "Class_Code";
+
+// The fields of a device entry, in the order of kDeviceKeys. The null stands for the class code,
+// the only one that is wider.
+constexpr std::uint16_t PCIDevice::*kFields[] = {
+    &PCIDevice::vendorID,
+    &PCIDevice::deviceID,
+    &PCIDevice::subVendorID,
+    &PCIDevice::subDeviceID,
+    &PCIDevice::busNumber,
+    &PCIDevice::deviceNumber,
+    nullptr,
+    &PCIDevice::revision,
+    &PCIDevice::headerType,
+};
+
+// Whether a key of a device entry has this name.
+bool isDeviceKey(std::string_view name) {
+    CString wanted;
+    wanted.Assign(name);
+    for (const auto& key : CustomPCIDeviceList::kDeviceKeys)
+        if (wanted.EqualsNoCase(key.name)) return true;
+    return false;
+}
 
 // The value of a digit or letter. 36 for any other character.
 unsigned digitValue(char c) {
@@ -54,22 +62,25 @@ unsigned digitValue(char c) {
     return lower >= 'a' && lower <= 'z' ? static_cast<unsigned>(lower - 'a' + 10) : 36;
 }
 
-// The low 32 bits of the number at the start of a text. Reads it as strtoul does, but strtoul
-// clamps a number that is too wide, and a device entry must keep its low bits.
-std::uint32_t lowBits(const CString& number, unsigned base) {
-    const char* p = number.c_str();
-    while (std::isspace(static_cast<unsigned char>(*p))) ++p;
-    const bool negative = *p == '-';
-    if (*p == '-' || *p == '+') ++p;
-    const bool isPrefixed = p[0] == '0' && (p[1] == 'x' || p[1] == 'X');
+// Skips white space and a sign. Returns whether the sign is a minus.
+bool skipSign(const char*& text) {
+    while (std::isspace(static_cast<unsigned char>(*text))) ++text;
+    const bool isNegative = *text == '-';
+    if (*text == '-' || *text == '+') ++text;
+    return isNegative;
+}
+
+// Skips the prefix of a hexadecimal number. Returns the base: the one given or, if that is 0, the
+// one that the prefix tells.
+unsigned skipPrefix(const char*& text, unsigned base) {
+    const bool isPrefixed =
+        text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && digitValue(text[2]) < 16;
     if (isPrefixed && (base == 0 || base == 16)) {
-        base = 16;
-        p += 2;
+        text += 2;
+        return 16;
     }
-    if (base == 0) base = *p == '0' ? 8 : 10;
-    std::uint32_t bits = 0;
-    for (; digitValue(*p) < base; ++p) bits = bits * base + digitValue(*p);
-    return negative ? -bits : bits;
+    if (base != 0) return base;
+    return *text == '0' ? 8 : 10;
 }
 
 // Whether the detection file may have no such entry: a missing one reads as zeros.
@@ -86,8 +97,8 @@ bool isPositionOf(const PCIDevice& device, CString position) {
 
 // Whether the device is at one of the first positions of a list separated by ";".
 bool isListed(const PCIDevice& device, CString positions) {
-    CString listed[kMaxPositions];
-    const unsigned total = positions.ParseTokens(listed, kMaxPositions, ";");
+    CString listed[CustomPCIDeviceList::kMaxPositions];
+    const unsigned total = positions.ParseTokens(listed, CustomPCIDeviceList::kMaxPositions, ";");
     return std::any_of(listed, listed + total,
                        [&](const CString& position) { return isPositionOf(device, position); });
 }
@@ -108,6 +119,10 @@ CString CustomPCIDeviceList::getCDPathName(CString fileName) {
     return CString(std::getenv(kCDRootVariable)) + kCDDirectory + fileName;
 }
 
+CString CustomPCIDeviceList::getMachineType(CIniFile& detection) {
+    return detection.ReadString(kSystemSection, "Machine_Type");
+}
+
 CString CustomPCIDeviceList::getSystemID(CIniFile& configuration, const CString& machineType) {
     CString systemID = configuration.ReadString(kSystemMapSection, machineType);
     if (systemID.IsEmpty()) systemID = kUnknownSystem;
@@ -122,6 +137,26 @@ void CustomPCIDeviceList::setInputFile(CString path) {
     if (inputFile) return;
     inputFile = new (std::nothrow) CIniFile(std::move(path));
     if (!inputFile) CString::OutOfMemory();
+}
+
+// Reads the number as strtoul does, but strtoul clamps a number that is too wide, and a device
+// entry must keep its low bits.
+CustomPCIDeviceList::DeviceNumber CustomPCIDeviceList::readNumber(const DeviceKey& key,
+                                                                  const char* text) {
+    const bool isNegative = skipSign(text);
+    const unsigned base = skipPrefix(text, key.base);
+    const std::uint64_t limit = (std::uint64_t{1} << key.bits) - 1;
+    std::uint64_t number = 0;
+    bool isTooWide = false;
+    for (; digitValue(*text) < base; ++text) {
+        number = number * base + digitValue(*text);
+        isTooWide = isTooWide || number > limit;
+    }
+    if (isNegative) {
+        number = -number;
+        isTooWide = isTooWide || number != 0;
+    }
+    return {static_cast<std::uint32_t>(number & limit), text, isTooWide};
 }
 
 bool CustomPCIDeviceList::initialize(int flags) {
@@ -142,10 +177,6 @@ bool CustomPCIDeviceList::initialize(int flags) {
 
 // ---------------------------------------------------------------- The detection file
 
-CString CustomPCIDeviceList::readEntry(const char* key, const CString& suffix) {
-    return inputFile->ReadString(kEntrySection, key + suffix);
-}
-
 PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
     if (nextDeviceIndex >= getTotalNumEntries()) return nullptr;
@@ -153,20 +184,24 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
     if (!item) CString::OutOfMemory();
     const CString suffix = "." + CString(nextDeviceIndex);
-    for (const EntryNumber& number : kEntryNumbers)
-        item->*number.field =
-            static_cast<std::uint16_t>(lowBits(readEntry(number.key, suffix), number.base));
-    item->classCode = lowBits(readEntry(kClassCodeKey, suffix), 0);
+    for (std::size_t i = 0; i != std::size(kDeviceKeys); ++i) {
+        const CString text = inputFile->ReadString(kDeviceSection, kDeviceKeys[i].name + suffix);
+        const std::uint32_t number = readNumber(kDeviceKeys[i], text.c_str()).value;
+        if (kFields[i])
+            item->*kFields[i] = static_cast<std::uint16_t>(number);
+        else
+            item->classCode = number;
+    }
     ++nextDeviceIndex;
     return item;
 }
 
 int CustomPCIDeviceList::getTotalNumEntries() const {
-    return inputFile ? inputFile->ReadInteger(kEntrySection, kTotalKey) : 0;
+    return inputFile ? inputFile->ReadInteger(kDeviceSection, kTotalKey) : 0;
 }
 
 int CustomPCIDeviceList::findEntry(int from) const {
-    return inputFile ? inputFile->FindNumber(kEntrySection, from) : -1;
+    return inputFile ? inputFile->FindNumber(kDeviceSection, isDeviceKey, from) : -1;
 }
 
 // The file may give a total of thousands of millions and hold only a few entries. The next two
@@ -269,26 +304,41 @@ bool CustomPCIDeviceList::countDuplicateAdapters() {
 
 // ---------------------------------------------------------------- Grouping
 
-// The group list for an adapter type: the first one whose word the type contains, or null.
-CString* CustomPCIDeviceList::groupOf(const CString& adapterType) {
-    const struct {
-        const char* word;
-        CString* list;
-    } groups[] = {
-        {"DASD", &dasdDevices},
-        {"NETWORK", &networkDevices},
-        {"VIDEO", &videoDevices},
-        {"ServiceProcessor", &serviceProcessorDevices},
-    };
-    for (const auto& group : groups)
-        if (adapterType.IsSubstring(group.word)) return group.list;
+CustomPCIDeviceList::Group CustomPCIDeviceList::getGroup(const CString& adapterType) {
+    for (const GroupWord& group : kGroupWords)
+        if (adapterType.IsSubstring(group.word)) return group.group;
+    return GROUP_NONE;
+}
+
+CustomPCIDeviceList::Group CustomPCIDeviceList::getGroupNoCase(const CString& adapterType) {
+    const CString folded = adapterType.Upper();
+    for (const GroupWord& group : kGroupWords)
+        if (folded.IsSubstring(CString(group.word).Upper())) return group.group;
+    return GROUP_NONE;
+}
+
+// The list of a group; null for GROUP_NONE.
+CString* CustomPCIDeviceList::listOf(Group group) {
+    switch (group) {
+        case GROUP_DASD:
+            return &dasdDevices;
+        case GROUP_NETWORK:
+            return &networkDevices;
+        case GROUP_VIDEO:
+            return &videoDevices;
+        case GROUP_SERVICE_PROCESSOR:
+            return &serviceProcessorDevices;
+        case GROUP_NONE:
+            break;
+    }
     return nullptr;
 }
 
 void CustomPCIDeviceList::sortDevicesByType() {
     for (const PCIDeviceItem* item = head; item; item = item->next) {
         if (item->onBoard.IsSubstring(kTrue)) addName(onBoardDevices, item->adapterName);
-        if (CString* group = groupOf(item->adapterType)) addName(*group, item->adapterName);
+        if (CString* group = listOf(getGroup(item->adapterType)))
+            addName(*group, item->adapterName);
         addName(allDevices, item->adapterName);
     }
     CIniFile map(mapFileLocation);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "pci/PCIDeviceList.h"
 #include "util/CString.h"
 
@@ -29,13 +31,62 @@ public:
     CustomPCIDeviceList(const CustomPCIDeviceList&) = delete;
     CustomPCIDeviceList& operator=(const CustomPCIDeviceList&) = delete;
 
+    // --- What the files hold, and the rules that need no list ---
+
+    /// The detection file: its sections and keys.
+    static constexpr const char* kSystemSection = "System";
+    static constexpr const char* kDeviceSection = "PCI";
+    static constexpr const char* kTotalKey = "Total_Number_Of_Devices";
+    /// A key of a device entry: the name, "." and the number of the device entry.
+    struct DeviceKey {
+        const char* name;
+        unsigned base;  ///< 0: the prefix of the number tells the base.
+        unsigned bits;  ///< How many low bits of the number are kept.
+    };
+    static constexpr DeviceKey kDeviceKeys[] = {
+        {"Vendor_ID", 16, 16},    {"Device_ID", 16, 16}, {"Subvendor_ID", 16, 16},
+        {"Subdevice_ID", 16, 16}, {"Bus_Number", 0, 16}, {"Device_Number", 0, 16},
+        {"Class_Code", 0, 32},    {"Revision", 0, 16},   {"Header_Type", 0, 16},
+    };
+
+    /// The system configuration file: its sections and keys, besides the sections that are named
+    /// after systems and adapters.
+    static constexpr const char* kSystemMapSection = "SystemIDMap";
+    static constexpr const char* kMapSection = "PCIIDMap";
+    static constexpr const char* kTypeKey = "AdapterType";
+    static constexpr const char* kSystemsKey = "Systems";
+    /// The adapters that the file lists for a system. No machine detects them.
+    static constexpr const char* kSystemAdapters[] = {"STORMPETREL",
+                                                      "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
+
+    /// The per-system file: the key in the section of an adapter.
+    static constexpr const char* kOnBoardKey = "OnBoard";
+    static constexpr unsigned kMaxPositions = 4;  ///< Positions after these are ignored.
+
     /// The path of a file on the product CD: the value of the environment variable RWCD, unchanged,
     /// then "/rwise/ini/" and the name. If RWCD is not set, its value counts as empty.
     static CString getCDPathName(CString fileName);
+    /// The machine type that a detection file gives; "" if it gives none.
+    static CString getMachineType(CIniFile& detection);
     /// The system identifier of the machine type in the system configuration file. kUnknownSystem
     /// if the file has none.
     static CString getSystemID(CIniFile& configuration, const CString& machineType);
     static constexpr const char* kUnknownSystem = "UNKNOWN_SERVER";
+
+    /// The groups that an adapter type can select.
+    enum Group { GROUP_NONE, GROUP_DASD, GROUP_NETWORK, GROUP_VIDEO, GROUP_SERVICE_PROCESSOR };
+    /// The first group whose word the type contains; the case of letters counts.
+    static Group getGroup(const CString& adapterType);
+    /// The same, if the case of letters did not count: what a misspelt type was meant to select.
+    static Group getGroupNoCase(const CString& adapterType);
+
+    /// What the text of a key of a device entry reads as.
+    struct DeviceNumber {
+        std::uint32_t value;
+        const char* rest;  ///< The text after the number.
+        bool isTooWide;    ///< The number does not fit: `value` has only its low bits.
+    };
+    static DeviceNumber readNumber(const DeviceKey& key, const char* text);
 
     // --- Set-up, in this order ---
 
@@ -100,9 +151,8 @@ public:
     CString addItemToList(CString list, CString item) const;
 
 private:
-    CString readEntry(const char* key, const CString& suffix);
     void requireMemoryForRest() const;
-    CString* groupOf(const CString& adapterType);
+    CString* listOf(Group group);
 
     CString mapFileLocation;
     CString systemKeyword;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <cctype>
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -87,9 +88,9 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
 // Whether the result of findLine is a line that was wanted.
 bool isFound(const CIniFile::IniLineDef* line) { return line && !isHeader(line->sLine.c_str()); }
 
-// The number after the last "." in the key of a numbered entry. -1 if the line is not one: a number
-// with leading zeros does not count.
-int numberOf(const char* line) {
+// The number after the last "." in the key of a numbered entry, and the name before it. -1 if the
+// line is not one: a number with leading zeros does not count.
+int numberOf(const char* line, std::string_view& name) {
     const char* end = isComment(line) ? nullptr : std::strchr(line, '=');
     if (!end) return -1;
     while (end != line && CString::IsBlank(end[-1])) --end;
@@ -97,6 +98,7 @@ int numberOf(const char* line) {
     while (digits != line && std::isdigit(static_cast<unsigned char>(digits[-1]))) --digits;
     const bool isPlain = digits != end && (*digits != '0' || end - digits == 1);
     if (!isPlain || digits == line || digits[-1] != '.') return -1;
+    name = {line, static_cast<std::size_t>(digits - 1 - line)};
     const long long number = std::strtoll(digits, nullptr, 10);
     return number <= INT_MAX ? static_cast<int>(number) : -1;
 }
@@ -163,15 +165,33 @@ int CIniFile::ReadInteger(CString section, CString key, int fallback) {
     return ReadString(std::move(section), std::move(key), fallback).ToInt();
 }
 
-int CIniFile::FindNumber(CString section, int from) const {
+int CIniFile::FindNumber(CString section, bool (*isCounted)(std::string_view name),
+                         int from) const {
     int smallest = -1;
     IniLineDef* p = m_pFirstLine;
     if (!enterSection(section, p)) return smallest;
-    for (; p && !isHeader(p->sLine.c_str()); p = p->pNext) {
-        const int number = numberOf(p->sLine.c_str());
-        if (number >= from && (smallest < 0 || number < smallest)) smallest = number;
+    for (std::string_view name; p && !isHeader(p->sLine.c_str()); p = p->pNext) {
+        const int number = numberOf(p->sLine.c_str(), name);
+        const bool isSmaller = number >= from && (smallest < 0 || number < smallest);
+        if (isSmaller && isCounted(name)) smallest = number;
     }
     return smallest;
+}
+
+CIniFile::LineKindDef CIniFile::DivideLine(CString line, CString& name, CString& value) {
+    const std::string_view text = line.c_str();
+    name.Empty();
+    value.Empty();
+    if (text.empty() || isComment(line.c_str())) return lkBlank;
+    if (isHeader(line.c_str())) {
+        name.Assign(CString::Trimmed(text.substr(1, text.find(']') - 1)));
+        return lkHeader;
+    }
+    const std::size_t divider = text.find('=');
+    if (divider == text.npos) return lkBare;
+    name.Assign(CString::Trimmed(text.substr(0, divider)));
+    value.Assign(CString::Trimmed(text.substr(divider + 1)));
+    return lkEntry;
 }
 
 bool CIniFile::Exists() const { return CMyFileIO::Exists(m_sFileName); }
@@ -271,16 +291,35 @@ bool CIniFile::WriteIniFile(CString path) {
     return written;
 }
 
-// ---------------------------------------------------------------- The list of lines
+// ---------------------------------------------------------------- Loading
+
+CIniFile::LoadFaultDef CIniFile::s_loadFault;
+
+void CIniFile::noteFault(const CString& path, int error) {
+    if (!s_loadFault.sPath.IsEmpty()) return;
+    s_loadFault.sPath = path;
+    s_loadFault.nError = error;
+}
 
 bool CIniFile::ReadIniFile(CString path) {
-    if (isEndless(path)) return true;
+    if (isEndless(path)) {
+        noteFault(path, 0);
+        return true;
+    }
     CMyFileIO file;
-    return file.OpenFile(std::move(path)) && readLines(file);
+    errno = ENOENT;  // of an empty path, which fopen never sees
+    if (!file.OpenFile(path)) {
+        if (errno != ENOENT && errno != ENOTDIR) noteFault(path, errno);
+        return false;
+    }
+    const bool isStored = readLines(file);
+    if (!isStored) noteFault(path, ENOMEM);
+    if (file.GetReadError() != 0) noteFault(path, file.GetReadError());
+    return isStored;
 }
 
 // Reads the file block by block and takes the lines from the block. An unfinished line at the end
-// is moved to the front, and the next block is read behind it. If a line fills the whole room, the
+// is moved to the front, and the next block is read after it. If a line fills the whole room, the
 // room is doubled, so that a line of any length is read in linear time.
 bool CIniFile::readLines(CMyFileIO& file) {
     CString block;
@@ -300,6 +339,8 @@ bool CIniFile::readLines(CMyFileIO& file) {
     }
     return unfinished == 0 || append({text, unfinished});
 }
+
+// ---------------------------------------------------------------- The list of lines
 
 bool CIniFile::AddLine(CString text) { return append(text.c_str()); }
 

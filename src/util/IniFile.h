@@ -52,6 +52,14 @@ public:
         static void operator delete(void* record, std::size_t size) noexcept;
     };
 
+    /// What a lookup sees in a line.
+    enum LineKindDef {
+        lkBlank,   ///< Nothing: the line is empty or a comment.
+        lkHeader,  ///< The header of a section.
+        lkEntry,   ///< A key and its value.
+        lkBare,    ///< Text without "=", which no lookup finds.
+    };
+
     explicit CIniFile(CString path);  ///< Loads the file.
     ~CIniFile();                      ///< Writes unsaved edits back, then frees the lines.
     CIniFile(const CIniFile&) = delete;
@@ -74,9 +82,25 @@ public:
     /// the last line that was visited; in an empty document it stays unchanged.
     bool FindItem(CString section, CString key, CString& line);
     /// Searches the section for numbered entries: Name.0, Name.1 and so on, without leading zeros.
-    /// Returns the smallest number that is not below `from` (0 or more), or -1.
-    int FindNumber(CString section, int from) const;
+    /// Only those count whose name `isCounted` accepts. Returns the smallest number that is not
+    /// below `from` (0 or more), or -1.
+    int FindNumber(CString section, bool (*isCounted)(std::string_view name), int from) const;
+    /// Divides a trimmed line as lookups read it. `name` becomes the name of the section or the
+    /// key, `value` the value of an entry. What the line does not have becomes "".
+    static LineKindDef DivideLine(CString line, CString& name, CString& value);
     bool Exists() const;  ///< Whether the file can be opened for reading at this moment.
+
+    // --- Loading ---
+
+    /// A file that is there, but was not read whole: it cannot be opened, a read failed, memory for
+    /// a line ran out, or it is a folder, a pipe or a device.
+    struct LoadFaultDef {
+        CString sPath;   ///< "" if there is no fault.
+        int nError = 0;  ///< The system's reason, an errno. 0 for a pipe or a device.
+    };
+    /// The first fault of this process since the last call. For those who must not take a shortened
+    /// document for a whole one. A missing file is no fault.
+    static LoadFaultDef TakeLoadFault() { return std::exchange(s_loadFault, {}); }
 
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
@@ -134,6 +158,9 @@ public:
     void DeleteLines();  ///< Frees all lines. The document is then empty.
 
 private:
+    static LoadFaultDef s_loadFault;
+
+    static void noteFault(const CString& path, int error);
     bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);

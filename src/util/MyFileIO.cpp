@@ -121,6 +121,7 @@ unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
     while (m_bOpen && size != 0 && kept == 0 && !m_bEOF) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
         m_bEOF = length < size;  // the end of the file, or an error
+        m_nReadError = std::ferror(m_pFile) ? errno : 0;
         kept = removeDropped(block, length);
     }
     return static_cast<unsigned>(kept);

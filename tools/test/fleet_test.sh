@@ -6,7 +6,7 @@ set -eu
 
 fleet() {
     result=0
-    "$program" "$@" || result=$?
+    "$program" -- "$@" || result=$?
     echo "status $result"
 }
 

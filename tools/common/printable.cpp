@@ -1,4 +1,4 @@
-#include "printable.h"
+#include "common/printable.h"
 
 #include <climits>
 #include <cstdio>

@@ -1,18 +1,13 @@
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
-#include "Entries.h"
-#include "PCINames.h"
-#include "command.h"
+#include "common/command.h"
+#include "common/files.h"
+#include "common/printable.h"
+#include "explain/Entries.h"
+#include "explain/PCINames.h"
 #include "pci/CustomPCIDeviceList.h"
-#include "printable.h"
-#include "util/CLParams.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
 
@@ -36,15 +31,6 @@ constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwda
 
 constexpr const char* kNone = "-";
 
-// Why the file cannot be read; "" if it can. A pipe or a device is refused, since it may have no
-// end.
-CString whyUnreadable(const CString& path) {
-    struct stat status;
-    if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
-    if (!S_ISREG(status.st_mode)) return "Not a regular file";
-    return access(path.c_str(), R_OK) == 0 ? "" : std::strerror(errno);
-}
-
 // Whether the file can be read. If not, prints the reason and the hint.
 bool canRead(const CString& path, const CString& hint) {
     const CString reason = whyUnreadable(path);
@@ -53,11 +39,6 @@ bool canRead(const CString& path, const CString& hint) {
 }
 
 // ---------------------------------------------------------------- The system
-
-CString describeRoot() {
-    const char* root = std::getenv("RWCD");
-    return root ? CString("RWCD is ") + root : "RWCD is not set";
-}
 
 CString describeSystemID(const CString& systemID, const CString& machineType) {
     if (systemID != CustomPCIDeviceList::kUnknownSystem) return systemID;
@@ -264,29 +245,37 @@ void nameUnnamed(Entries& entries, const CString& listPath) {
 
 // ---------------------------------------------------------------- The command
 
-constexpr const char* kMissing = "--missing";
-constexpr const char* kPCIList = "--pci-ids=";
-constexpr const char* kHelp = "--help";
-constexpr const char* kVersion = "--version";
-constexpr const char* kFile = "";
+constexpr option kOptions[] = {{"missing", no_argument, nullptr, 'm'},
+                               {"pci-ids", required_argument, nullptr, 'p'},
+                               kHelp,
+                               kVersion,
+                               {}};
 
-int explain(const CCLParams& params) {
-    CString inputPath, listPath;
-    params.GetValue(kFile, inputPath);
-    params.GetValue(kPCIList, listPath);
-    const CString configurationPath = CustomPCIDeviceList::getCDPathName("syscfg.ini");
-    if (!canRead(inputPath, "") || (!listPath.IsEmpty() && !canRead(listPath, "")) ||
-        !canRead(configurationPath, "; " + describeRoot()))
+bool isMissingWanted = false;
+CString listPath;
+
+bool takeOption(int option, const char* value) {
+    if (option == 'm') isMissingWanted = true;
+    if (option == 'p') listPath = value;
+    return true;
+}
+
+int explain(int count, char* operands[]) {
+    if (count != 1) return rejectArguments();
+    const CString inputPath = operands[0];
+    if (!canRead(inputPath, "") || (!listPath.IsEmpty() && !canRead(listPath, "")))
         return kCouldNotRun;
+    const CString configurationPath = requireConfiguration();
+    if (configurationPath.IsEmpty()) return kCouldNotRun;
 
     CString machineType, systemID;
     {
         CIniFile configuration(configurationPath), detection(inputPath);
-        machineType = detection.ReadString("System", "Machine_Type");
+        machineType = CustomPCIDeviceList::getMachineType(detection);
         systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
     }
     Entries entries(configurationPath, systemID, inputPath);
-    if (params.GetValue(kMissing)) {
+    if (isMissingWanted) {
         nameUnnamed(entries, listPath);
         printLinesForMap(entries);
     } else {
@@ -296,22 +285,7 @@ int explain(const CCLParams& params) {
     return entries.areComplete() ? kFine : kFindings;
 }
 
-int run(int argc, char* argv[]) {
-    CCLParams params;
-    if (!params.Add(kMissing, CCLParams::CLSwitch, false) ||
-        !params.Add(kPCIList, CCLParams::CLPathParam, false) ||
-        !params.Add(kHelp, CCLParams::CLSwitch, false) ||
-        !params.Add(kVersion, CCLParams::CLSwitch, false) ||
-        !params.Add(kFile, CCLParams::CLPathParam, false))
-        CString::OutOfMemory();
-    const bool isParsed = params.Parse(argc, argv, true) == CCLParams::kParsed;
-    CString file;
-    if (params.GetValue(kHelp)) return printHelp(kUsage);
-    if (params.GetValue(kVersion)) return printVersion();
-    if (!isParsed || !params.GetValue(kFile, file) || file.IsEmpty())
-        return rejectArguments(kUsage);
-    return explain(params);
-}
+constexpr Command kExplain = {"slotrpt-explain", kUsage, kOptions, takeOption, explain};
 }  // namespace
 
-int main(int argc, char* argv[]) { return runCommand(run, argc, argv); }
+int main(int argc, char* argv[]) { return runCommand(kExplain, argc, argv); }

@@ -16,8 +16,8 @@
 #include <string_view>
 #include <utility>
 
-#include "command.h"
-#include "printable.h"
+#include "common/command.h"
+#include "common/printable.h"
 #include "util/CString.h"
 #include "util/MyFileIO.h"
 
@@ -387,14 +387,17 @@ int convertFolder(const CString& folder, int jobCount) {
     return result;
 }
 
-int run(int argc, char* argv[]) {
-    const CString first = argc > 1 ? argv[1] : "";
-    const int jobCount = argc == 3 ? jobCountOf(argv[2]) : processorCount();
-    if (first == "--help") return printHelp(kUsage);
-    if (first == "--version") return printVersion();
-    if (argc > 3 || first.IsEmpty() || jobCount == 0) return rejectArguments(kUsage);
-    return convertFolder(first, jobCount);
+constexpr option kOptions[] = {kHelp, kVersion, {}};
+
+bool takeOption(int, const char*) { return true; }
+
+int run(int count, char* operands[]) {
+    const int jobCount = count == 2 ? jobCountOf(operands[1]) : processorCount();
+    if (count < 1 || count > 2 || jobCount == 0 || *operands[0] == '\0') return rejectArguments();
+    return convertFolder(operands[0], jobCount);
 }
+
+constexpr Command kFleet = {"slotrpt-fleet", kUsage, kOptions, takeOption, run};
 }  // namespace
 
-int main(int argc, char* argv[]) { return runCommand(run, argc, argv); }
+int main(int argc, char* argv[]) { return runCommand(kFleet, argc, argv); }

@@ -1,4 +1,4 @@
-#include "Entries.h"
+#include "explain/Entries.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Entries.h"
+#include "explain/Entries.h"
 #include "util/CString.h"
 
 /// The base class of a class code in words, such as "bridge" for 0x060400. An unknown base class

@@ -1,4 +1,4 @@
-#include "PCINames.h"
+#include "explain/PCINames.h"
 
 #include <cctype>
 #include <cstdio>

@@ -1,0 +1,29 @@
+#!/bin/sh
+# Tries whole programs on the files of one case:
+#
+#   case.sh CASE PROGRAMS
+#
+# The folder CASE holds a shell script "run" and the bytes "expected" of both its outputs, in one
+# stream. The script runs in a copy of CASE, in which it may change what it likes, and finds the
+# programs of the folder PROGRAMS first on PATH.
+set -eu
+
+case=$1
+# shellcheck disable=SC2034 # for the scripts
+examples=$(cd "$(dirname "$0")/../examples" && pwd)
+PATH=$2:$PATH
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# try COMMAND...: runs the command and says how it ended.
+try() {
+    result=0
+    "$@" || result=$?
+    echo "status $result"
+}
+
+cp -R "$case" "$work/case"
+cd "$work/case"
+# shellcheck source=/dev/null
+(. ./run) >"$work/actual" 2>&1 </dev/null || echo "run ended with status $?" >>"$work/actual"
+diff -u "$case/expected" "$work/actual"

@@ -1,0 +1,73 @@
+#include "common/command.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "common/printable.h"
+
+namespace {
+const Command* running = nullptr;
+bool isFinished = false;
+
+// If memory runs out, the process exits with status 1. For a command, 1 means findings, so this
+// handler replaces it.
+void endUnfinished() {
+    if (!isFinished) std::_Exit(kCouldNotRun);
+}
+
+// Occupies the descriptors that the caller closed, or a file would be opened in their place and
+// take what is printed. Each is opened so that its use fails: the input only for writing, the
+// outputs only for reading.
+void occupyStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(descriptor, F_GETFD) < 0)
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+int printHelp() {
+    std::fputs(running->usage, stdout);
+    return kFine;
+}
+
+int printVersion() {
+    std::printf("%s %s\n", running->name, SLOTRPT_VERSION);
+    return kFine;
+}
+
+// Takes the options, of which getopt_long reports those it does not know, and does the work.
+int parseAndRun(int argc, char* argv[]) {
+    for (int option; (option = getopt_long(argc, argv, "", running->options, nullptr)) != -1;) {
+        if (option == kHelp.val) return printHelp();
+        if (option == kVersion.val) return printVersion();
+        if (option == '?' || !running->takeOption(option, optarg)) return rejectArguments();
+    }
+    return running->run(argc - optind, argv + optind);
+}
+}  // namespace
+
+int runCommand(const Command& command, int argc, char* argv[]) {
+    running = &command;
+    occupyStandardDescriptors();
+    std::atexit(endUnfinished);
+    int status = parseAndRun(argc, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        status = complain(CString("cannot write: ") + std::strerror(errno));
+    isFinished = true;
+    return status;
+}
+
+int complain(const CString& message) {
+    std::fprintf(stderr, "%s: %s\n", running->name, printable(message).c_str());
+    return kCouldNotRun;
+}
+
+int rejectArguments() {
+    const char* const usage = running->usage;
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(std::strcspn(usage, "\n")), usage);
+    return kCouldNotRun;
+}

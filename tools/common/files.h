@@ -1,0 +1,21 @@
+#pragma once
+
+#include "util/CString.h"
+
+/// Why the file cannot be read, in the system's words; "" if it can. A pipe, a device or a folder
+/// is refused: the converter takes it as an empty file.
+CString whyUnreadable(const CString& path);
+
+/// What keeps a readable file from being understood: "begins with a byte-order mark", which becomes
+/// a part of the first line, or "is UTF-16". "" if nothing does.
+CString whyMisread(const CString& path);
+
+/// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
+CString takeLoadFault();
+
+/// "RWCD is " and its value, or "RWCD is not set".
+CString describeRoot();
+
+/// The path of the system configuration file on the CD. If it cannot be read, says so with
+/// complain() and returns "".
+CString requireConfiguration();
