@@ -19,18 +19,15 @@ function closeFile() { close(file) }
 
 # ---------------------------------------------------------------- What can be in a machine
 
-function makeKinds() {
-    addKind("RAID_CONTROLLER", "DASD", "010400")
-    addKind("SCSI_HOST", "DASD", "010000")
-    addKind("GIGABIT_NIC", "NETWORK", "020000")
-    addKind("ETHERNET_NIC", "NETWORK", "020000")
-    addKind("VIDEO_CTRL", "VIDEO", "030000")
-    addKind("SERVICE_BOARD", "ServiceProcessor", "0B8000")
-    addKind("SERIAL_PORTS", "OTHER", "070002")
-    addKind("BRIDGE", "OTHER", "060400")
-}
-function addKind(word, type, class) {
-    kindWord[++kinds] = word; kindType[kinds] = type; kindClass[kinds] = class
+function makeKinds(    words, i) {
+    kinds = split("RAID_CONTROLLER DASD 010400 SCSI_HOST DASD 010000 GIGABIT_NIC NETWORK 020000" \
+        " ETHERNET_NIC NETWORK 020000 VIDEO_CTRL VIDEO 030000 SERIAL_PORTS OTHER 070002" \
+        " SERVICE_BOARD ServiceProcessor 0B8000 BRIDGE OTHER 060400", words, " ") / 3
+    for (i = 1; i <= kinds; ++i) {
+        kindWord[i] = words[3 * i - 2]
+        kindType[i] = words[3 * i - 1]
+        kindClass[i] = words[3 * i]
+    }
 }
 
 # A maker's name of three syllables. Each index from 0 to 2,743 gives another name.
