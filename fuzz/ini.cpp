@@ -2,6 +2,7 @@
 // entry up. Then "s" sets it, "i" sets it to a number, and "b" or "d" adds the key as a bare line,
 // "d" even if it is there. "S", "B" and "D" write the document back.
 
+#include "common/Document.h"
 #include "fuzz.h"
 #include "util/IniFile.h"
 #include "util/MyFileIO.h"
@@ -70,6 +71,13 @@ void whatIsDividedIsFound(CIniFile& ini) {
     }
 }
 
+void anIndexFindsTheSame(CIniFile& ini, const Document& document, const Strings& fields) {
+    const CString &section = fields[1], &key = fields[2];
+    if (section.IsEmpty()) return;
+    const Line* entry = document.findEntry(document.findSection(section), key);
+    same(ini.ReadString(section, key, " absent "), entry ? entry->value : " absent ");
+}
+
 // The first line is never blank, so that there is one before the blanks.
 void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::string& b) {
     const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
@@ -101,6 +109,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         CIniFile ini(kPath.c_str());
         aDocumentHoldsTheLinesOfItsFile(ini);
         whatIsDividedIsFound(ini);
+        const Document document(kPath.c_str());
+        for (const std::string& line : parts(input[1], "\n"))
+            anIndexFindsTheSame(ini, document, strings(parts(line, "|", 4)));
         for (const std::string& line : parts(input[1], "\n")) {
             const Strings fields = strings(parts(line, "|", 4));
             const Edit edit{fields[0], fields[1], fields[2], fields[3]};

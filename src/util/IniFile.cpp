@@ -165,6 +165,11 @@ int CIniFile::ReadInteger(CString section, CString key, int fallback) {
     return ReadString(std::move(section), std::move(key), fallback).ToInt();
 }
 
+bool CIniFile::HasSection(CString section) const {
+    IniLineDef* p = m_pFirstLine;
+    return enterSection(section, p);
+}
+
 int CIniFile::FindNumber(CString section, bool (*isCounted)(std::string_view name),
                          int from) const {
     int smallest = -1;

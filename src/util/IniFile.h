@@ -81,6 +81,7 @@ public:
     /// Returns whether the entry was found. If so, `line` is its whole line. Otherwise `line` is
     /// the last line that was visited; in an empty document it stays unchanged.
     bool FindItem(CString section, CString key, CString& line);
+    bool HasSection(CString section) const;  ///< The unnamed section always exists.
     /// Searches the section for numbered entries: Name.0, Name.1 and so on, without leading zeros.
     /// Only those count whose name `isCounted` accepts. Returns the smallest number that is not
     /// below `from` (0 or more), or -1.

@@ -17,6 +17,11 @@ namespace {
 constexpr const char* kNotRegular = "Not a regular file";
 }
 
+bool isThere(const CString& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
 CString whyUnreadable(const CString& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
@@ -38,6 +43,15 @@ CString whyMisread(const CString& path) {
     return text == "\xEF\xBB\xBF" ? "begins with a byte-order mark" : "";
 }
 
+CString faultOf(const CString& path) {
+    const CString reason = whyUnreadable(path);
+    return reason.IsEmpty() ? whyMisread(path) : reason;
+}
+
+int complainUnreadable(const CString& path, const CString& reason) {
+    return complain("cannot read " + path + ": " + reason);
+}
+
 CString takeLoadFault() {
     const CIniFile::LoadFaultDef fault = CIniFile::TakeLoadFault();
     if (fault.sPath.IsEmpty()) return "";
@@ -53,6 +67,6 @@ CString requireConfiguration() {
     const CString path = CustomPCIDeviceList::getCDPathName("syscfg.ini");
     const CString reason = whyUnreadable(path);
     if (reason.IsEmpty()) return path;
-    complain("cannot read " + path + ": " + reason + "; " + describeRoot());
+    complainUnreadable(path, reason + "; " + describeRoot());
     return "";
 }

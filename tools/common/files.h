@@ -2,6 +2,9 @@
 
 #include "util/CString.h"
 
+/// Whether there is something at the path, be it a link that leads nowhere.
+bool isThere(const CString& path);
+
 /// Why the file cannot be read, in the system's words; "" if it can. A pipe, a device or a folder
 /// is refused: the converter takes it as an empty file.
 CString whyUnreadable(const CString& path);
@@ -9,6 +12,12 @@ CString whyUnreadable(const CString& path);
 /// What keeps a readable file from being understood: "begins with a byte-order mark", which becomes
 /// a part of the first line, or "is UTF-16". "" if nothing does.
 CString whyMisread(const CString& path);
+
+/// Why the converter does not read the file as it is meant: one of the two above.
+CString faultOf(const CString& path);
+
+/// Says with complain() that the file or folder cannot be read. Returns kCouldNotRun.
+int complainUnreadable(const CString& path, const CString& reason);
 
 /// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
 CString takeLoadFault();

@@ -7,6 +7,24 @@
 namespace {
 bool isContinuation(char c) { return (c & 0xC0) == 0x80; }
 
+struct SecondBytes {
+    unsigned char lead, first, last;
+};
+// The lead bytes after which only some continuation bytes may follow.
+constexpr SecondBytes kSecondBytes[] = {
+    {0xC2, 0xA0, 0xBF},  // U+0080 to U+009F are control characters: some begin terminal commands
+    {0xE0, 0xA0, 0xBF},  // a longer form of a character of two bytes
+    {0xED, 0x80, 0x9F},  // surrogates
+    {0xF0, 0x90, 0xBF},  // a longer form of a character of three bytes
+    {0xF4, 0x80, 0x8F},  // above U+10FFFF
+};
+
+bool canFollow(unsigned char lead, unsigned char second) {
+    for (const SecondBytes& row : kSecondBytes)
+        if (row.lead == lead) return second >= row.first && second <= row.last;
+    return true;
+}
+
 // The length in bytes of the character at `p`; 0 when a terminal cannot show it as it is.
 std::size_t shownLength(const char* p) {
     const auto lead = static_cast<unsigned char>(*p);
@@ -18,9 +36,7 @@ std::size_t shownLength(const char* p) {
                                              : 0;
     for (std::size_t i = 1; i < length; ++i)
         if (!isContinuation(p[i])) return 0;
-    // U+0080 to U+009F are control characters, some of which begin a terminal's commands.
-    const bool isControl = lead == 0xC2 && static_cast<unsigned char>(p[1]) < 0xA0;
-    return isControl ? 0 : length;
+    return canFollow(lead, static_cast<unsigned char>(p[1])) ? length : 0;
 }
 }  // namespace
 
@@ -45,8 +61,8 @@ CString printable(const CString& text) {
     return result;
 }
 
-int countColumns(const CString& printableText) {
-    int columns = 0;
-    for (const char* p = printableText.c_str(); *p; ++p) columns += !isContinuation(*p);
-    return columns;
+int countCharacters(const CString& printableText) {
+    int characters = 0;
+    for (const char* p = printableText.c_str(); *p; ++p) characters += !isContinuation(*p);
+    return characters;
 }

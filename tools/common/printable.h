@@ -3,8 +3,8 @@
 #include "util/CString.h"
 
 /// The text in a form that is safe to print on a terminal. Control characters, line feeds included,
-/// and bytes that are not UTF-8 become "\xNN".
+/// and bytes that are not UTF-8, such as overlong forms, become "\xNN".
 CString printable(const CString& text);
 
-/// How many columns a printable text takes.
-int countColumns(const CString& printableText);
+/// How many characters a printable text has. Most of them take one column of a terminal.
+int countCharacters(const CString& printableText);

@@ -51,23 +51,17 @@ struct NamedID {
     }
 };
 
-// Gives the vendor's name to the unnamed entries with its ID. Returns whether there are any.
-bool nameVendor(Entry* first, const NamedID& vendor) {
-    bool isWanted = false;
-    for (Entry* entry = first; entry; entry = entry->next) {
-        if (!entry->isUnnamed() || entry->device->vendorID != vendor.id) continue;
-        entry->vendorName = vendor.name;
-        isWanted = true;
-    }
-    return isWanted;
+// Gives the vendor's name to the pairs with its ID.
+void nameVendor(const Pairs& pairs, const NamedID& vendor) {
+    for (Pair* pair = pairs.getFirst(); pair; pair = pair->next)
+        if (pair->vendorID == vendor.id) pair->vendorName = vendor.name;
 }
 
-// Gives the device's name to the unnamed entries with this pair of IDs.
-void nameDevice(Entry* first, long vendorID, const NamedID& device) {
-    for (Entry* entry = first; entry; entry = entry->next)
-        if (entry->isUnnamed() && entry->device->vendorID == vendorID &&
-            entry->device->deviceID == device.id)
-            entry->deviceName = device.name;
+void nameDevice(const Pairs& pairs, long vendorID, const NamedID& device) {
+    if (vendorID == kNoID || device.id == kNoID) return;
+    if (Pair* pair =
+            pairs.find(static_cast<std::uint16_t>(vendorID), static_cast<std::uint16_t>(device.id)))
+        pair->deviceName = device.name;
 }
 }  // namespace
 
@@ -81,7 +75,7 @@ CString classInWords(std::uint32_t classCode) {
 
 // A vendor has a line of its own, and its devices stand below it, each after one tab. Lines after
 // two tabs are subsystems, and lines of another kind begin the list of classes.
-bool fillInNames(Entry* first, const CString& path) {
+bool readPCINames(const Pairs& pairs, const CString& path) {
     CMyFileIO file;
     if (!file.OpenFile(path)) return false;
     long vendorID = kNoID;
@@ -89,10 +83,11 @@ bool fillInNames(Entry* first, const CString& path) {
         line.TrimRight(CString::kBlanks);
         if (line.IsEmpty() || line[0] == '#') continue;
         if (line[0] == '\t') {
-            if (vendorID != kNoID) nameDevice(first, vendorID, NamedID(line.c_str() + 1));
+            nameDevice(pairs, vendorID, NamedID(line.c_str() + 1));
         } else {
             const NamedID vendor(line.c_str());
-            vendorID = nameVendor(first, vendor) ? vendor.id : kNoID;
+            nameVendor(pairs, vendor);
+            vendorID = vendor.id;
         }
     }
     return true;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "common/Findings.h"
+#include "common/Names.h"
+#include "util/CString.h"
+
+/// The per-system files on the CD, each once, in the order of the systems.
+class SystemFiles {
+public:
+    /// Looks for the files of these systems, and for that of the unknown system, which may be
+    /// absent. A system without a file is a finding.
+    SystemFiles(const Names& systems, Findings& findings);
+    SystemFiles(const SystemFiles&) = delete;
+    SystemFiles& operator=(const SystemFiles&) = delete;
+
+    struct File {
+        CString path;
+        unsigned order = 0;  // of its first system
+    };
+    const File* begin() const { return files.get(); }
+    const File* end() const { return files.get() + count; }
+
+private:
+    bool addFilesOf(const CString& system, unsigned order);
+    void dropRepeated();
+
+    std::unique_ptr<File[]> files;
+    std::size_t count = 0;
+};

@@ -1,0 +1,173 @@
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <iterator>
+
+#include "check-cd/checks.h"
+#include "common/KnownName.h"
+#include "common/inspect.h"
+#include "pci/CustomPCIDeviceList.h"
+
+namespace {
+using List = CustomPCIDeviceList;
+
+// Sections with a meaning of their own, in the configuration or in the report.
+constexpr const char* kReservedNames[] = {List::kSystemMapSection, List::kMapSection, "MACH", "PCI",
+                                          "DETECTED_BY_GROUP"};
+
+bool isReserved(const CString& name) {
+    return std::any_of(std::begin(kReservedNames), std::end(kReservedNames),
+                       [&](const char* reserved) { return name.EqualsNoCase(reserved); });
+}
+
+bool hasBracket(const CString& name) { return name.Find("]") >= 0; }
+
+// Whether the writer of a value took the text after a ";" for a comment.
+bool hasComment(const CString& value) {
+    return value.StartsWith(";") || value.Find(" ;") >= 0 || value.Find("\t;") >= 0;
+}
+
+bool hasComma(const CString& name) { return name.Find(",") >= 0; }
+bool hasNoUnderscore(const CString& name) { return name.Find("_") < 0; }
+
+struct NameRule {
+    bool (*isBrokenBy)(const CString& name);
+    const char* finding;
+};
+// For adapters and systems.
+constexpr NameRule kNameRules[] = {
+    {hasComment, "has a comment in its name: comments have lines of their own"},
+    {hasBracket, "has a \"]\" in its name, so its section is never found"},
+    {isReserved, "has the name of a section with another meaning"},
+};
+constexpr NameRule kAdapterRules[] = {{hasComma, "has a comma in its name: commas divide lists"}};
+constexpr NameRule kSystemRules[] = {{hasNoUnderscore, "has no \"_\", so no per-system file"}};
+
+// One of the two maps, and what it asks of the names in it.
+struct Map {
+    const char* section;
+    const char* noun;  // what its names stand for
+    const Names& names;
+    const char* requiredKey;  // in the section of each name
+};
+
+class MapCheck {
+public:
+    MapCheck(const Configuration& files, const Map& nameMap, Findings& list)
+        : configuration(files), map(nameMap), findings(list) {}
+
+    // Calls `checkFirst` for the first entry of each name.
+    template <class CheckFirst>
+    void run(CheckFirst checkFirst) {
+        requireMap();
+        for (const Line* entry : map.names) {
+            const Line& first = *map.names.find(entry->value);
+            if (&first == entry) {
+                apply(kNameRules, *entry);
+                checkFirst(*entry);
+                checkSection(*entry);
+            } else if (first.value != entry->value) {
+                add(*entry, "differs only in case from " + first.value);
+            }
+        }
+    }
+
+    template <std::size_t N>
+    void apply(const NameRule (&rules)[N], const Line& entry) {
+        for (const NameRule& rule : rules)
+            if (rule.isBrokenBy(entry.value)) add(entry, rule.finding);
+    }
+
+    void add(const Line& entry, const CString& finding) {
+        findings.add(entry.number, describe(entry) + finding);
+    }
+
+private:
+    CString describe(const Line& entry) const {
+        return CString(map.noun) + " " + entry.value + " ";
+    }
+
+    // A misspelt header is a finding of its own.
+    void requireMap() {
+        const KnownName name = {map.section, false};
+        const Lines lines = configuration.document.getLines();
+        const bool isThere = std::any_of(lines.begin(), lines.end(), [&](const Line& line) {
+            return line.isHeader() && name.isMeantBy(line.name.c_str());
+        });
+        if (!isThere) findings.add(1, CString("section [") + map.section + "] is missing");
+    }
+
+    void checkSection(const Line& entry) {
+        if (hasBracket(entry.value)) return;  // no header can have this name
+        const Line* header = configuration.document.findSection(entry.value);
+        if (!header) return add(entry, "has no section");
+        const Line* required = configuration.document.findEntry(header, map.requiredKey);
+        if (!required || required->value.IsEmpty())
+            findings.add(header->number, describe(entry) + "has no " + map.requiredKey);
+        else if (hasComment(required->value))
+            findings.add(required->number,
+                         CString(map.requiredKey) + " has a comment in its value");
+    }
+
+    const Configuration& configuration;
+    const Map& map;
+    Findings& findings;
+};
+
+// The report numbers the sections of an adapter from the second one on: NIC, NIC2, NIC3. Returns
+// the adapter in whose sections this name is; null if there is none.
+const Line* findNumbered(const Names& adapters, const CString& name) {
+    constexpr int kMostDigits = 10;  // in the largest number
+    const int length = static_cast<int>(name.GetLength());
+    for (int at = length; --at > 0 && length - at <= kMostDigits;) {
+        const char* number = name.c_str() + at;
+        if (!std::isdigit(static_cast<unsigned char>(*number))) break;
+        if (*number == '0' || std::atoll(number) < 2) continue;
+        if (const Line* adapter = adapters.find(name.Left(at))) return adapter;
+    }
+    return nullptr;
+}
+
+void checkAdapters(const Configuration& configuration, Findings& findings) {
+    const Map map = {List::kMapSection, "adapter", configuration.adapters, List::kTypeKey};
+    MapCheck check(configuration, map, findings);
+    check.run([&](const Line& entry) {
+        check.apply(kAdapterRules, entry);
+        if (isSystem(configuration.systems, entry.value))
+            check.add(entry, "has the name of a system");
+        if (const Line* other = findNumbered(configuration.adapters, entry.value))
+            check.add(entry, "has the name of a numbered section of " + other->value);
+    });
+}
+
+void checkSystems(const Configuration& configuration, Findings& findings) {
+    const Map map = {List::kSystemMapSection, "system", configuration.systems, "Directory"};
+    MapCheck check(configuration, map, findings);
+    check.run([&](const Line& entry) { check.apply(kSystemRules, entry); });
+}
+
+void checkIDs(const Document& document, Findings& findings) {
+    const Line* header = document.findSection(List::kMapSection);
+    if (!header) return;
+    for (const Line& line : document.getLines(*header)) {
+        if (!line.isEntry() || line.isRepeated()) continue;
+        if (!isDeviceID(line.name))
+            findings.add(line.number, "malformed ID \"" + line.name + "\"");
+        else if (line.name.EqualsNoCase("0x00000000") && !line.value.IsEmpty())
+            findings.add(line.number,
+                         "ID " + line.name + " has a name: missing device entries get it");
+    }
+}
+}  // namespace
+
+Configuration::Configuration(const CString& path)
+    : document(path),
+      systems(document, List::kSystemMapSection, isAnyKey),
+      adapters(document, List::kMapSection, isAnyKey),
+      mappedAdapters(document, List::kMapSection, isDeviceID) {}
+
+void checkMaps(const Configuration& configuration, Findings& findings) {
+    checkSystems(configuration, findings);
+    checkIDs(configuration.document, findings);
+    checkAdapters(configuration, findings);
+}

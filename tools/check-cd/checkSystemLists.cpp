@@ -1,0 +1,134 @@
+#include <algorithm>
+#include <cctype>
+#include <memory>
+#include <string_view>
+
+#include "check-cd/checks.h"
+#include "common/makeArray.h"
+#include "pci/CustomPCIDeviceList.h"
+
+namespace {
+using List = CustomPCIDeviceList;
+
+// Bytes that are not ASCII belong to letters.
+bool isWordLetter(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return std::isalnum(byte) || c == '_' || byte >= 0x80;
+}
+
+// A system identifier. The case of letters counts.
+struct Identifier {
+    std::string_view text;
+    Identifier* shorter = nullptr;  // the longest other one with which this one begins
+    bool isNamed = false;           // stands in the list as a word
+    bool isInside = false;          // stands in the list as a part of a word
+};
+
+// All identifiers, in the order of their bytes. One that is the start of another comes before it.
+class Identifiers {
+public:
+    explicit Identifiers(const Names& systems);
+
+    Identifier* begin() { return items.get(); }
+    Identifier* end() { return items.get() + count; }
+    // The longest one with which the text begins; null if there is none. The others with which it
+    // begins are reached through `shorter`.
+    Identifier* findAtStart(std::string_view text);
+
+private:
+    std::unique_ptr<Identifier[]> items;
+    std::size_t count = 0;
+};
+
+// From `candidate` on, the longest one with which the text begins.
+Identifier* longestStart(Identifier* candidate, std::string_view text) {
+    while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
+        candidate = candidate->shorter;
+    return candidate;
+}
+
+Identifiers::Identifiers(const Names& systems)
+    : items(makeArray<Identifier>(static_cast<std::size_t>(systems.end() - systems.begin()) + 1)) {
+    for (const Line* system : systems) items[count++].text = system->value.c_str();
+    items[count++].text = List::kUnknownSystem;
+    std::sort(begin(), end(), [](auto& a, auto& b) { return a.text < b.text; });
+    count = static_cast<std::size_t>(
+        std::unique(begin(), end(), [](auto& a, auto& b) { return a.text == b.text; }) - begin());
+    for (std::size_t i = 1; i != count; ++i)
+        items[i].shorter = longestStart(&items[i - 1], items[i].text);
+}
+
+Identifier* Identifiers::findAtStart(std::string_view text) {
+    Identifier* const after = std::upper_bound(
+        begin(), end(), text, [](std::string_view t, auto& item) { return t < item.text; });
+    return after == begin() ? nullptr : longestStart(after - 1, text);
+}
+
+// One list of systems, read from left to right.
+class SystemList {
+public:
+    SystemList(const Line& systems, Identifiers& known, Findings& list)
+        : line(systems.number), text(systems.value.c_str()), identifiers(known), findings(list) {}
+
+    void check() {
+        for (at = 0; at != text.size(); ++at) checkPosition();
+        for (Identifier& identifier : identifiers)
+            if (identifier.isInside && !identifier.isNamed)
+                add("system ", identifier.text, " is found here only as a part of another name");
+    }
+
+private:
+    bool isWordStart() const {
+        return at >= namedUntil && isWordLetter(text[at]) &&
+               (at == 0 || !isWordLetter(text[at - 1]));
+    }
+    bool endsWord(std::size_t length) const {
+        return at + length == text.size() || !isWordLetter(text[at + length]);
+    }
+
+    void checkPosition() {
+        Identifier* const longest = identifiers.findAtStart(text.substr(at));
+        // If one is marked already, the shorter ones are, too.
+        for (Identifier* i = longest; i && !i->isInside; i = i->shorter) i->isInside = true;
+        if (isWordStart()) checkWord(longest);
+    }
+
+    // Names the longest identifier that begins the word and ends a word. Any text may separate the
+    // identifiers, so a word that is none counts only if it looks like one.
+    void checkWord(Identifier* identifier) {
+        while (identifier && !endsWord(identifier->text.size())) identifier = identifier->shorter;
+        if (identifier) {
+            identifier->isNamed = true;
+            namedUntil = at + identifier->text.size();
+            return;
+        }
+        std::size_t length = 1;
+        while (!endsWord(length)) ++length;
+        const std::string_view word = text.substr(at, length);
+        if (word.find('_') != word.npos) add("no machine type has the system ", word, "");
+    }
+
+    void add(const char* before, std::string_view name, const char* after) {
+        CString shown;
+        shown.Assign(name);
+        findings.add(line, before + shown + after);
+    }
+
+    unsigned line;
+    std::string_view text;
+    Identifiers& identifiers;
+    Findings& findings;
+    std::size_t at = 0;
+    std::size_t namedUntil = 0;  // the end of the last identifier that is named
+};
+}  // namespace
+
+void checkSystemLists(const Configuration& configuration, Findings& findings) {
+    for (const char* adapter : List::kSystemAdapters) {
+        const Document& document = configuration.document;
+        const Line* systems = document.findEntry(document.findSection(adapter), List::kSystemsKey);
+        if (!systems) continue;
+        Identifiers identifiers(configuration.systems);
+        SystemList(*systems, identifiers, findings).check();
+    }
+}

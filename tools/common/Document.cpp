@@ -1,0 +1,88 @@
+#include "common/Document.h"
+
+#include <strings.h>
+
+#include <algorithm>
+
+#include "common/makeArray.h"
+
+namespace {
+// Headers come first. Entries are kept together by section.
+unsigned groupOf(const Line& line) { return line.section ? line.section->number : 0; }
+
+// Negative, 0 or positive, like strcmp. 0 if a lookup takes one line for the other.
+int compareNames(const Line& a, const Line& b) {
+    if (a.kind != b.kind) return a.isHeader() ? -1 : 1;
+    if (groupOf(a) != groupOf(b)) return groupOf(a) < groupOf(b) ? -1 : 1;
+    return strcasecmp(a.name.c_str(), b.name.c_str());
+}
+
+bool comesBefore(const Line* a, const Line* b) {
+    const int order = compareNames(*a, *b);
+    return order != 0 ? order < 0 : a->number < b->number;
+}
+}  // namespace
+
+Document::Document(const CString& path) {
+    divide(CIniFile(path));
+    buildIndex();
+}
+
+void Document::divide(const CIniFile& file) {
+    unsigned total = 0, number = 0;
+    for (const auto* p = file.GetFirstLine(); p; p = p->pNext) ++total;
+    lines = makeArray<Line>(total);
+    const Line* header = nullptr;
+    for (const auto* p = file.GetFirstLine(); p; p = p->pNext) {
+        Line& line = lines[count];
+        line.number = ++number;
+        line.kind = CIniFile::DivideLine(p->sLine, line.name, line.value);
+        if (line.kind == CIniFile::lkBlank) continue;
+        if (line.isHeader())
+            header = &line;
+        else
+            line.section = header;
+        ++count;
+    }
+}
+
+void Document::buildIndex() {
+    index = makeArray<Line*>(count);
+    for (unsigned i = 0; i != count; ++i)
+        if (lines[i].kind != CIniFile::lkBare) index[indexed++] = &lines[i];
+    std::sort(index.get(), index.get() + indexed, comesBefore);
+    const Line* first = nullptr;
+    for (unsigned i = 0; i != indexed; ++i) {
+        if (!first || compareNames(*first, *index[i]) != 0) first = index[i];
+        index[i]->first = first;
+    }
+}
+
+Lines Document::getLines(const Line& header) const {
+    const Line* const end = lines.get() + count;
+    return {&header + 1,
+            std::find_if(&header + 1, end, [](const Line& l) { return l.isHeader(); })};
+}
+
+const Line* Document::find(const Line& wanted) const {
+    Line* const* const end = index.get() + indexed;
+    Line* const* const found =
+        std::lower_bound<Line* const*>(index.get(), end, &wanted, comesBefore);
+    return found != end && compareNames(**found, wanted) == 0 ? *found : nullptr;
+}
+
+const Line* Document::findSection(const CString& name) const {
+    Line wanted;
+    wanted.kind = CIniFile::lkHeader;
+    wanted.name = name;
+    return find(wanted);
+}
+
+const Line* Document::findEntry(const Line* header, const CString& key) const {
+    if (!header) return nullptr;
+    Line wanted;
+    wanted.kind = CIniFile::lkEntry;
+    wanted.name = key;
+    wanted.section = header;
+    return find(wanted);
+}

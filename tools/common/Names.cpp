@@ -1,0 +1,44 @@
+#include "common/Names.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <string_view>
+
+#include "common/makeArray.h"
+
+namespace {
+bool comesBefore(const Line* a, const Line* b) {
+    const int order = strcasecmp(a->value.c_str(), b->value.c_str());
+    return order != 0 ? order < 0 : a->number < b->number;
+}
+}  // namespace
+
+Names::Names(const Document& document, const CString& section,
+             bool (*isCounted)(const CString& key)) {
+    const Line* header = document.findSection(section);
+    const Lines lines = header ? document.getLines(*header) : Lines{nullptr, nullptr};
+    entries = makeArray<const Line*>(static_cast<std::size_t>(lines.last - lines.first));
+    for (const Line& line : lines) {
+        const bool isRead = line.isEntry() && !line.isRepeated();
+        if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries[count++] = &line;
+    }
+    std::sort(entries.get(), entries.get() + count, comesBefore);
+}
+
+const Line* Names::find(const CString& name) const {
+    Line wanted;  // number 0: before all lines of this name
+    wanted.value = name;
+    const Line* const* found = std::lower_bound(begin(), end(), &wanted, comesBefore);
+    const bool isFound = found != end() && (*found)->value.EqualsNoCase(name);
+    return isFound ? *found : nullptr;
+}
+
+bool isDeviceID(const CString& key) {
+    const std::string_view text = key.c_str();
+    const auto isHexDigit = [](unsigned char c) { return std::isxdigit(c) != 0; };
+    return text.size() == 10 && strncasecmp(text.data(), "0x", 2) == 0 &&
+           std::all_of(text.begin() + 2, text.end(), isHexDigit);
+}

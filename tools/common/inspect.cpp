@@ -1,0 +1,195 @@
+#include "common/inspect.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <string_view>
+
+#include "common/KnownName.h"
+#include "common/files.h"
+#include "pci/CustomPCIDeviceList.h"
+
+namespace {
+using List = CustomPCIDeviceList;
+
+// The names of the keys that are read in a section, or those of the sections in a file.
+class KnownNames {
+public:
+    KnownNames() = default;
+    KnownNames(std::initializer_list<const char*> list) {
+        for (const char* name : list) add(name, false);
+    }
+    void add(const char* name, bool isNumbered) { names[count++] = {name, isNumbered}; }
+    bool isEmpty() const { return count == 0 && !isAnyName; }
+    bool isKnown(std::string_view text) const {
+        return isAnyName ||
+               std::any_of(names, names + count, [&](auto& name) { return name.isNameOf(text); });
+    }
+    // The one for which a text that is none of them must be meant. Null if there is none.
+    const KnownName* findMeant(std::string_view text) const {
+        const KnownName* const end = names + count;
+        const auto* found =
+            std::find_if(names, end, [&](auto& name) { return name.isMeantBy(text); });
+        return found != end ? found : nullptr;
+    }
+
+    bool isAnyName = false;  // every name is read
+
+private:
+    KnownName names[10];
+    unsigned count = 0;
+};
+
+CString quoted(const CString& section) { return "[" + section + "]"; }
+
+void addRepetition(const CString& what, const Line& line, Findings& findings) {
+    findings.add(line.number,
+                 what + " repeats line " + CString(line.first->number) + ", so it is never read");
+}
+
+void inspectKeys(const Lines& lines, const KnownNames& keys, Findings& findings) {
+    for (const Line& line : lines) {
+        if (!line.isEntry()) continue;
+        const std::string_view key = line.name.c_str();
+        if (keys.isKnown(key)) {
+            if (line.isRepeated()) addRepetition("key " + line.name, line, findings);
+        } else if (const KnownName* meant = keys.findMeant(key)) {
+            findings.add(line.number,
+                         "key " + line.name + " is never read: it must be " + meant->correct(key));
+        }
+    }
+}
+
+void inspectSection(const Lines& lines, const KnownNames& keys, Findings& findings) {
+    inspectKeys(lines, keys, findings);
+    for (const Line& line : lines)
+        if (line.kind == CIniFile::lkBare)
+            findings.add(line.number, "a line without \"=\" is never read");
+}
+
+// `keysOf` gives the keys that are read in the section of a name; none if it is not read.
+// `sections` are those of whose names there may be near misses.
+template <class KeysOf>
+void inspectSections(const Document& document, const KnownNames& sections, KeysOf keysOf,
+                     Findings& findings) {
+    for (const Line& line : document.getLines()) {
+        if (!line.isHeader()) continue;
+        const KnownNames keys = keysOf(line.name);
+        if (keys.isEmpty()) {
+            if (const KnownName* meant = sections.findMeant(line.name.c_str()))
+                findings.add(line.number, "section " + quoted(line.name) +
+                                              " is never read: it must be " + quoted(meant->name));
+        } else if (line.isRepeated()) {
+            addRepetition("section " + quoted(line.name), line, findings);
+        } else {
+            inspectSection(document.getLines(line), keys, findings);
+        }
+    }
+}
+
+// ---------------------------------------------------------------- What is read in each file
+
+KnownNames getDetectionKeys(const CString& section) {
+    if (section.EqualsNoCase(List::kSystemSection))
+        return {"Machine_Type",
+                "Model_Number",
+                "Serial_Number",
+                "Number_Of_Enclosures",
+                "BIOS_Version",
+                "BIOS_Build_Level",
+                "ROM_Diagnostics_Build_Level",
+                "Active_Processors",
+                "Processor_Slots",
+                "Total_Enabled_Memory_Mb"};
+    KnownNames keys;
+    if (!section.EqualsNoCase(List::kDeviceSection)) return keys;
+    keys.add(List::kTotalKey, false);
+    for (const auto& key : List::kDeviceKeys) keys.add(key.name, true);
+    return keys;
+}
+
+bool isSystemAdapter(const CString& name) {
+    return std::any_of(std::begin(List::kSystemAdapters), std::end(List::kSystemAdapters),
+                       [&](const char* adapter) { return name.EqualsNoCase(adapter); });
+}
+
+// One section may serve a system and an adapter of the same name.
+KnownNames getConfigurationKeys(const CString& section, const Names& systems,
+                                const Names& adapters) {
+    KnownNames keys;
+    keys.isAnyName =
+        section.EqualsNoCase(List::kSystemMapSection) || section.EqualsNoCase(List::kMapSection);
+    if (isSystem(systems, section)) keys.add("Directory", false);
+    if (adapters.find(section)) keys.add(List::kTypeKey, false);
+    if (isSystemAdapter(section)) keys.add(List::kSystemsKey, false);
+    return keys;
+}
+
+void inspectType(const Line& type, Findings& findings) {
+    if (List::getGroup(type.value) == List::GROUP_NONE &&
+        List::getGroupNoCase(type.value) != List::GROUP_NONE)
+        findings.add(type.number,
+                     "type " + type.value + " selects no group: the case of letters counts");
+}
+}  // namespace
+
+bool inspectFile(const CString& path, Findings& findings) {
+    const CString reason = whyUnreadable(path);
+    if (!reason.IsEmpty()) {
+        findings.add(1, "the file cannot be read: " + reason);
+        return false;
+    }
+    const CString mark = whyMisread(path);
+    if (mark.IsEmpty()) return true;
+    findings.add(1, "the file " + mark);
+    return false;
+}
+
+bool isSystem(const Names& systems, const CString& name) {
+    return systems.find(name) || name.EqualsNoCase(List::kUnknownSystem);
+}
+
+unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
+    CustomPCIDeviceList inventory;
+    inventory.setSystemKeyword(systemID);
+    CString candidates[2];
+    if (!inventory.getSysINICandidates(candidates[0], candidates[1])) return 0;
+    const CString taken = inventory.getSysINIPathName();
+    unsigned count = 0;
+    for (const CString& path : candidates) {
+        if (isThere(path)) paths[count++] = path;
+        if (path == taken || candidates[0] == candidates[1]) break;
+    }
+    return count;
+}
+
+void inspectDetectionFile(const Document& document, Findings& findings) {
+    inspectSections(document, {List::kSystemSection, List::kDeviceSection}, getDetectionKeys,
+                    findings);
+}
+
+void inspectConfiguration(const Document& document, const Names& systems, const Names& adapters,
+                          Findings& findings) {
+    const KnownNames sections = {List::kSystemMapSection, List::kMapSection,
+                                 List::kSystemAdapters[0], List::kSystemAdapters[1],
+                                 List::kUnknownSystem};
+    inspectSections(
+        document, sections,
+        [&](const CString& name) { return getConfigurationKeys(name, systems, adapters); },
+        findings);
+    for (const Line& line : document.getLines())
+        if (line.isHeader() && !line.isRepeated() && adapters.find(line.name))
+            if (const Line* type = document.findEntry(&line, List::kTypeKey))
+                inspectType(*type, findings);
+}
+
+void inspectSystemFile(const Document& document, const Names& adapters, Findings& findings) {
+    const KnownNames keys = {List::kOnBoardKey};
+    inspectSections(
+        document, {},
+        [&](const CString& name) { return adapters.find(name) ? keys : KnownNames(); }, findings);
+    // Every section with this key is meant for an adapter, even if its name is spelt wrongly.
+    for (const Line& line : document.getLines())
+        if (line.isHeader() && !adapters.find(line.name))
+            inspectKeys(document.getLines(line), keys, findings);
+}

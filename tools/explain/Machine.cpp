@@ -1,0 +1,98 @@
+#include "explain/Machine.h"
+
+#include "common/Document.h"
+#include "common/files.h"
+#include "common/inspect.h"
+#include "explain/numbers.h"
+
+void Counts::operator+=(const Counts& other) {
+    entries += other.entries;
+    named += other.named;
+    leftOut += other.leftOut;
+    unnamed += other.unnamed;
+    missing += other.missing;
+    onBoard += other.onBoard;
+}
+
+namespace {
+// The adapters that a report of the system has whatever its inventory holds.
+CString getAddedAdapters(const CString& configurationPath, const CString& systemID) {
+    CustomPCIDeviceList nothing;
+    nothing.setMapFileLocation(configurationPath);
+    nothing.setSystemKeyword(systemID);
+    nothing.sortDevicesByType();
+    return nothing.getAllDevices();
+}
+}  // namespace
+
+Machine::Machine(const CString& detectionPath, Configuration& configurationFile)
+    : path(detectionPath),
+      findings(detectionPath),
+      entries(detectionPath),
+      positions(""),
+      configuration(configurationFile.document) {
+    inspect();
+    identify(configurationFile.path);
+    takeInventory(configurationFile.path);
+
+    // What takes the place of the per-system file was loaded last: it hides no other fault.
+    const CString systemPath = inventory.getSysINIPathName();
+    positions.ReadIniFile(systemPath);
+    fault = takeLoadFault();
+    if (fault == systemPath + ": " + whyUnreadable(systemPath)) fault.Empty();
+
+    counts.entries = entries.getTotal();
+    for (Entry* entry = entries.getFirst(); entry; entry = entry->next) label(*entry);
+}
+
+void Machine::inspect() {
+    if (!inspectFile(path, findings)) return;
+    const Document detection(path);
+    inspectDetectionFile(detection, findings);
+    inspectNumbers(entries, detection, findings);
+}
+
+void Machine::identify(const CString& configurationPath) {
+    CIniFile detection(path);
+    machineType = CustomPCIDeviceList::getMachineType(detection);
+    systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
+    directory = configuration.ReadString(systemID, "Directory");
+    addedAdapters = getAddedAdapters(configurationPath, systemID);
+}
+
+void Machine::takeInventory(const CString& configurationPath) {
+    inventory.setMapFileLocation(configurationPath);
+    inventory.setSystemKeyword(systemID);
+    inventory.setInputFile(path);
+    inventory.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE |
+                         CustomPCIDeviceList::INIT_NAME_ADAPTERS |
+                         CustomPCIDeviceList::INIT_LABEL_ONBOARD);
+    inventory.resetList();
+    nextAdapter = inventory.getNextDeviceFromList();
+}
+
+// Finds the adapter of the entry, or why it has none. All device entries of a gap read as zeros, so
+// either each of them has an adapter or none has.
+void Machine::label(Entry& entry) {
+    const PCIDeviceItem zeros;
+    const PCIDeviceItem& device = entry.device ? *entry.device : zeros;
+    if (nextAdapter && nextAdapter->vendorID == device.vendorID &&
+        nextAdapter->deviceID == device.deviceID) {
+        counts.named += entry.getCount();
+        for (int i = 0; i < entry.getCount(); ++i) takeAdapter(entry);
+        return;
+    }
+    CString line;
+    entry.isLeftOut =
+        entry.hasIDs() && configuration.FindItem(CustomPCIDeviceList::kMapSection,
+                                                 inventory.getDeviceINIFileEntry(&device), line);
+    (entry.isLeftOut ? counts.leftOut
+     : entry.device  ? counts.unnamed
+                     : counts.missing) += entry.getCount();
+}
+
+void Machine::takeAdapter(Entry& entry) {
+    entry.adapter = nextAdapter;
+    if (nextAdapter->onBoard == "TRUE") ++counts.onBoard;
+    nextAdapter = inventory.getNextDeviceFromList();
+}

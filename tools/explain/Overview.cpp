@@ -1,0 +1,73 @@
+#include "explain/Overview.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "common/makeArray.h"
+#include "common/printable.h"
+#include "explain/columns.h"
+
+Overview::Overview(unsigned capacity) : rows(makeArray<Row>(capacity)) {}
+
+void Overview::add(const Machine& machine) {
+    Row& row = rows[count++];
+    row.path = printable(machine.path);
+    row.machineType = orNone(printable(machine.machineType));
+    row.systemID = machine.systemID;
+    CString inLowerCase;
+    machine.inventory.getSysINICandidates(row.systemPath, inLowerCase);
+    row.counts = machine.counts;
+    row.warnings = machine.findings.getCount();
+}
+
+Overview::Widths Overview::measure() const {
+    Widths widths;
+    for (const Row* row = rows.get(); row != rows.get() + count; ++row) {
+        widths.path = std::max(widths.path, countCharacters(row->path));
+        widen(widths.machineType, row->machineType);
+        widen(widths.systemID, printable(row->systemID));
+    }
+    return widths;
+}
+
+void Overview::printRow(const Row& row, const Widths& widths) {
+    printColumn(row.path, widths.path);
+    printColumn(row.machineType, widths.machineType);
+    printColumn(printable(row.systemID), widths.systemID);
+    const Counts& counts = row.counts;
+    std::printf("%7lld  %5lld  %8lld  %7lld  %8lld  %8u\n", counts.entries, counts.named,
+                counts.leftOut, counts.unnamed + counts.missing, counts.onBoard, row.warnings);
+}
+
+void Overview::print() const {
+    const Widths widths = measure();
+    printColumn("File", widths.path);
+    printColumn("Machine type", widths.machineType);
+    printColumn("System identifier", widths.systemID);
+    std::printf("Entries  Named  Left out  Unnamed  On-board  Warnings\n");
+    Row total;
+    for (const Row* row = rows.get(); row != rows.get() + count; ++row) {
+        printRow(*row, widths);
+        total.counts += row->counts;
+        total.warnings += row->warnings;
+    }
+    total.path = CString(count) + " files";
+    printRow(total, widths);
+}
+
+void Overview::printSystemFiles(Warnings& warnings) {
+    Row* const end = rows.get() + count;
+    std::sort(rows.get(), end,
+              [](const Row& a, const Row& b) { return a.systemPath < b.systemPath; });
+    CString previous;
+    for (const Row* row = rows.get(); row != end; ++row) {
+        if (row->systemPath != previous) warnings.printSystemFile(row->systemID);
+        previous = row->systemPath;
+    }
+}
+
+bool Overview::isFine() const {
+    return std::all_of(rows.get(), rows.get() + count, [](const Row& row) {
+        return row.counts.areComplete() && row.warnings == 0;
+    });
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+
+#include "explain/Machine.h"
+#include "explain/Warnings.h"
+#include "util/CString.h"
+
+/// Several machines, a row for each.
+class Overview {
+public:
+    explicit Overview(unsigned capacity);  ///< For at most so many machines.
+
+    void add(const Machine& machine);
+    /// Prints the rows and their totals.
+    void print() const;
+    /// Prints what is wrong with the per-system files, each once. Changes the order of the rows.
+    void printSystemFiles(Warnings& warnings);
+    /// Whether each machine is complete and has no warning.
+    bool isFine() const;
+
+private:
+    struct Row {
+        CString path, machineType, systemID;
+        CString systemPath;  // of the per-system file, as it is written; "" if there can be none
+        Counts counts;
+        unsigned warnings = 0;
+    };
+    // The widths of the first columns.
+    struct Widths {
+        int path = 4, machineType = 12, systemID = 17;
+    };
+
+    Widths measure() const;
+    static void printRow(const Row& row, const Widths& widths);
+
+    std::unique_ptr<Row[]> rows;
+    unsigned count = 0;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+
+#include "explain/Entries.h"
+#include "util/CString.h"
+#include "util/IniFile.h"
+
+/// A pair of vendor and device ID, and where the detection files have it.
+struct Pair {
+    std::uint16_t vendorID = 0;
+    std::uint16_t deviceID = 0;
+    std::uint32_t classCode = 0;  ///< Of its first function.
+    CString key;                  ///< Its key in section PCIIDMap.
+    bool isMissing = false;       ///< Whether the section does not have the key.
+    CString firstPath;            ///< The first of the files that have it.
+    CString positions;            ///< There, in the form of a per-system file.
+    unsigned positionCount = 0;   ///< How many there are. `positions` holds only the first ones.
+    int fileCount = 0;
+    CString lastPosition;  ///< The last one that was counted, and in which file it was.
+    int lastFile = -1;
+    CString vendorName;  ///< From the list of PCI IDs; "" when it was not looked up.
+    CString deviceName;  ///< The same.
+    Pair* next = nullptr;
+
+    bool isBridge() const { return classCode >> 16 == 0x06; }
+};
+
+/// The pairs of vendor and device ID in all detection files, each once, in the order in which they
+/// were found. It owns them.
+class Pairs {
+public:
+    explicit Pairs(CIniFile& configurationFile) : configuration(configurationFile) {}
+    ~Pairs();
+    Pairs(const Pairs&) = delete;
+    Pairs& operator=(const Pairs&) = delete;
+
+    /// Adds the pairs of one more detection file.
+    void add(const CString& path, const Entries& entries);
+    Pair* getFirst() const { return head; }
+    Pair* find(std::uint16_t vendorID, std::uint16_t deviceID) const;  ///< Null if it is not there.
+
+private:
+    Pair& require(const PCIDeviceItem& device);
+    void addTo(Pair& pair, const PCIDeviceItem& device, const CString& path) const;
+
+    CIniFile& configuration;
+    void* tree = nullptr;  // the pairs in the order of their IDs, for tsearch
+    Pair* head = nullptr;
+    Pair** end = &head;
+    int fileCount = 0;
+};

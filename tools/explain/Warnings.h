@@ -1,0 +1,26 @@
+#pragma once
+
+#include "common/Document.h"
+#include "common/Findings.h"
+#include "common/Names.h"
+#include "util/CString.h"
+
+/// Prints what is wrong with the files that the converter reads, with an empty line before the
+/// first warning, and counts the warnings.
+class Warnings {
+public:
+    explicit Warnings(const CString& configurationPath);
+
+    void print(Findings& findings);  ///< Of any file.
+    void printConfiguration();       ///< Of the system configuration file.
+    /// Of the per-system file, or of what takes its place.
+    void printSystemFile(const CString& systemID);
+    unsigned getCount() const { return count; }  ///< Of all that were printed.
+
+private:
+    const CString configurationPath;
+    const Document configuration;
+    const Names systems;
+    const Names adapters;
+    unsigned count = 0;
+};

@@ -1,0 +1,73 @@
+#include "explain/numbers.h"
+
+#include <cctype>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+using DeviceKey = CustomPCIDeviceList::DeviceKey;
+using DeviceNumber = CustomPCIDeviceList::DeviceNumber;
+
+// The number as the CD or the report has it.
+CString formatted(const DeviceKey& key, std::uint32_t number) {
+    if (key.base == 0 && key.bits == 16) return number;
+    char text[] = "0x00000000";
+    std::snprintf(text, sizeof text, "0x%0*X", key.bits == 32 ? 6 : 4,
+                  static_cast<unsigned>(number));
+    return text;
+}
+
+// What is wrong with the text of a number; "" if nothing is. A text after a blank is a remark.
+CString describeFault(const DeviceKey& key, const char* text, const DeviceNumber& number) {
+    const char* const rest = number.rest;
+    const auto isHex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
+    if (*text != '\0' && (rest == text || !isHex(rest[-1]))) return "it has no digits";
+    if (number.isTooWide) return "only the low " + CString(key.bits) + " bits are kept";
+    if (!std::isalnum(static_cast<unsigned char>(*rest))) return "";
+    return CString("the number ends before \"") + rest + "\"";
+}
+
+void inspectNumber(const DeviceKey& key, const Line& line, Findings& findings) {
+    const DeviceNumber number = CustomPCIDeviceList::readNumber(key, line.value.c_str());
+    const CString fault = describeFault(key, line.value.c_str(), number);
+    if (!fault.IsEmpty())
+        findings.add(line.number, line.name + " = " + line.value + " reads as " +
+                                      formatted(key, number.value) + ": " + fault);
+}
+
+void inspectTotal(const Line& line, Findings& findings) {
+    const char* const text = line.value.c_str();
+    const char* const rest = text + std::strspn(text, "0123456789");
+    const bool isPlain = rest != text && (*rest == '\0' || CString::IsBlank(*rest));
+    if (isPlain && std::strtoull(text, nullptr, 10) <= INT_MAX) return;
+    findings.add(line.number, line.name + " = " + text + " reads as " +
+                                  CString(line.value.ToInt()) + ": " +
+                                  (isPlain ? "it is too large" : "it is not a plain number"));
+}
+
+// Finds what the total hides. `total` is its line, or the header of the section without one.
+void inspectUnread(const Entries& entries, const Line& total, Findings& findings) {
+    const int first = entries.getFirstBeyondTotal();
+    if (first < 0) return;
+    findings.add(total.number, "entry " + CString(first) + " is not below " +
+                                   CustomPCIDeviceList::kTotalKey +
+                                   ", so neither it nor any entry after it is read");
+}
+}  // namespace
+
+void inspectNumbers(const Entries& entries, const Document& detection, Findings& findings) {
+    const Line* const section = detection.findSection(CustomPCIDeviceList::kDeviceSection);
+    if (!section) return;
+    const Line* const total = detection.findEntry(section, CustomPCIDeviceList::kTotalKey);
+    if (total) inspectTotal(*total, findings);
+    inspectUnread(entries, total ? *total : *section, findings);
+    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next) {
+        if (!entry->device) continue;
+        const CString suffix = "." + CString(entry->first);
+        for (const DeviceKey& key : CustomPCIDeviceList::kDeviceKeys)
+            if (const Line* line = detection.findEntry(section, key.name + suffix))
+                inspectNumber(key, *line, findings);
+    }
+}

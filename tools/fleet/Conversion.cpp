@@ -1,0 +1,144 @@
+#include "fleet/Conversion.h"
+
+#include <strings.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "common/files.h"
+#include "common/printable.h"
+#include "pci/CustomPCIDeviceList.h"
+#include "util/IniFile.h"
+
+int slotrpt_main(int argc, char* argv[]);  // the main of the converter
+
+namespace {
+CString input;
+char* partialReport = nullptr;
+int output = -1;                      // its descriptor
+std::FILE* const kMessages = stderr;  // stays when a child replaces stderr
+
+// On a terminal, the carriage return lets the line replace the progress.
+void say(const char* what, const CString& path, const CString& text) {
+    std::fprintf(kMessages, "%s%s: %s: %s\n", isatty(STDERR_FILENO) ? "\r" : "", what,
+                 printable(path).c_str(), printable(text).c_str());
+}
+
+void failFor(const CString& reason) {
+    if (reason.IsEmpty()) return;
+    fail(input, partialReport, reason);
+    _exit(kFailed);
+}
+
+void failToWrite() {
+    const char* const reason = std::strerror(errno);
+    failFor("cannot write " + reportPathOf(input) + ": " + reason);
+}
+
+void openReport() {
+    // A name that does not fit is cut, so mkstemp refuses it.
+    std::snprintf(partialReport, PATH_MAX, "%s.slotrpt-fleet.XXXXXX", folderOf(input).c_str());
+    output = mkstemp(partialReport);
+    static const mode_t mode = 0666 & ~umask(0);
+    if (output < 0 || fchmod(output, mode) != 0) failToWrite();
+}
+
+// The first error ends the conversion. The converter would go on, and later blocks could fit again.
+ssize_t writeBlock(void*, const char* block, std::size_t size) {
+    for (std::size_t written = 0; written != size;) {
+        const ssize_t length = write(output, block + written, size - written);
+        if (length < 0) failToWrite();
+        written += static_cast<std::size_t>(length);
+    }
+    return static_cast<ssize_t>(size);
+}
+
+bool prepare() {
+    // If the converter says that memory runs out, it does so in a report that is not kept.
+    stdout = stderr = fopencookie(nullptr, "w", {nullptr, writeBlock, nullptr, nullptr});
+    // The process then exits. Without this, the handlers of the parent would run.
+    return stdout && std::atexit([] { _exit(kWithoutMemory); }) == 0;
+}
+
+int runConverter() {
+    CString argument = "/rwpm:" + input;
+    char* argv[] = {nullptr, argument.c_str(), nullptr};
+    const int status = slotrpt_main(2, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) || close(output) != 0) failToWrite();
+    return status;
+}
+
+void requireFromCD(const CString& path) {
+    const CString fault = faultOf(path);
+    if (!fault.IsEmpty()) failFor(path + ": " + fault);
+}
+
+// If a per-system file is there and cannot be opened, the converter takes the next one, or none.
+void requireSystemFile(const CString& systemID) {
+    CustomPCIDeviceList inventory;
+    CString paths[2];
+    inventory.setSystemKeyword(systemID);
+    inventory.getSysINICandidates(paths[0], paths[1]);
+    struct stat status;
+    for (const CString& path : paths)
+        if (lstat(path.c_str(), &status) == 0) return requireFromCD(path);
+}
+
+CString describeAbsence() {
+    CIniFile detection(input);
+    if (!detection.GetFirstLine()) return "empty";
+    if (!detection.HasSection(CustomPCIDeviceList::kDeviceSection)) return "no section [PCI]";
+    return "no adapter has a name; see slotrpt-explain";
+}
+}  // namespace
+
+std::string_view stemOf(const char* path) {
+    const char* const slash = std::strrchr(path, '/');
+    std::string_view name = slash ? slash + 1 : path;
+    constexpr std::string_view kExtension = ".ini";
+    if (name.size() > kExtension.size() &&
+        strcasecmp(name.end() - kExtension.size(), kExtension.data()) == 0)
+        name.remove_suffix(kExtension.size());
+    return name;
+}
+
+CString reportPathOf(const CString& path) {
+    const std::string_view stem = stemOf(path.c_str());
+    return path.Left(static_cast<int>(stem.end() - path.c_str())) + ".report";
+}
+
+CString folderOf(const CString& path) { return path.Left(path.ReverseFind("/") + 1); }
+
+void convert(const CString& path, char (&partial)[PATH_MAX]) {
+    static const bool isPrepared = prepare();
+    if (!isPrepared) _exit(kWithoutMemory);
+    input = path;
+    partialReport = partial;
+    failFor(faultOf(input));
+    openReport();
+    const int status = runConverter();
+    CIniFile report(partial);
+    const CString systemID = report.ReadString("MACH", "SystemID");
+    failFor(takeLoadFault());
+    requireFromCD(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
+    if (status != 0) failFor(describeAbsence());
+    requireSystemFile(systemID);
+    if (std::rename(partial, reportPathOf(input).c_str()) != 0) failToWrite();
+    if (systemID != CustomPCIDeviceList::kUnknownSystem) return;
+    const CString machineType = report.ReadString(systemID, "MachTypeModelNumber");
+    say("unknown system", input,
+        machineType.IsEmpty() ? "no machine type" : "machine type " + machineType);
+    _exit(kUnknownSystem);
+}
+
+void fail(const CString& path, const char* partial, CString reason) {
+    unlink(partial);
+    const CString earlier = reportPathOf(path);
+    if (unlink(earlier.c_str()) != 0 && errno != ENOENT && errno != EISDIR)
+        reason += "; cannot remove " + earlier + ": " + std::strerror(errno);
+    say("failed", path, reason);
+}
