@@ -81,15 +81,15 @@ void Edit(benchmark::State& state, bool isAdded) {
 // A machine whose adapters have names in groups of four. Counting those of one name is the only
 // step whose cost grows with the square of the list.
 void CountDuplicates(benchmark::State& state) {
-    std::string map = "[PCIIDMap]\n", scan = "[PCI]\nTotal_Number_Of_Devices = 9999\n";
+    std::string configuration = "[PCIIDMap]\n", scan = "[PCI]\nTotal_Number_Of_Devices = 9999\n";
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         const std::string number = std::to_string(i), id = std::to_string(1000 + i / 4);
-        map += "0x1ACE" + id + " = SINGLE_PORT_CONTROLLER_" + id + "\n";
+        configuration += "0x1ACE" + id + " = SINGLE_PORT_CONTROLLER_" + id + "\n";
         scan += "Vendor_ID." + number + " = 0x1ACE\nDevice_ID." + number + " = 0x" + id + "\n";
     }
-    const ScratchFile mapFile(map), scanFile(scan);
+    const ScratchFile configurationFile(configuration), scanFile(scan);
     CustomPCIDeviceList adapters;
-    adapters.setMapFileLocation(mapFile.path());
+    adapters.setMapFileLocation(configurationFile.path());
     adapters.setInputFile(scanFile.path());
     adapters.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE |
                         CustomPCIDeviceList::INIT_NAME_ADAPTERS);

@@ -6,26 +6,28 @@
 #include "util/CLParams.h"
 #include "util/MyFileIO.h"
 
-const char* nameIn(const CString& entry) { return entry.c_str() + (entry[1] == '!' ? 2 : 1); }
+const char* nameIn(const CString& line) { return line.c_str() + (line[1] == '!' ? 2 : 1); }
 
-// The result and the number of characters, then each value, behind a "+" when it was found.
-CString parse(const Strings& table, const Strings& words, bool caseSensitive) {
+// The result and the number of characters, then each value, after a "+" when it was found.
+CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) {
     CCLParams params;
-    for (const CString& entry : table)
-        params.Add(nameIn(entry), static_cast<CCLParams::CLParamModes>(entry[0] - '0'),
-                   entry[1] == '!');
+    for (const CString& line : table)
+        params.Add(nameIn(line), static_cast<CCLParams::CLParamModes>(line[0] - '0'),
+                   line[1] == '!');
     std::vector<const char*> argv;
     for (const CString& word : words) argv.push_back(word.c_str());
     const int argc = static_cast<int>(argv.size());
-    CString all = params.Parse(argc, argv.data(), caseSensitive), named, value;
+    CString all = params.Parse(argc, argv.data(), isCaseSensitive), named, value;
     all += " " + CString(params.GetNumberOfCommandLineCharacters());
-    check(params.GetValue(nameIn(table[0]), named) == params.GetValue(1, value) && named == value);
+    check(params.GetValue(nameIn(table[0]), named) == params.GetValue(1, value));
+    same(named, value);
     for (unsigned i = 0; i <= table.size() + 1; ++i)
         all += (params.GetValue(i, value) ? "\n+" : "\n-") + value;
     return all;
 }
 
-void anEntryWithoutAModeFails(const Strings& table, const Strings& words, const CString& outcome) {
+void aParameterWithoutAModeFails(const Strings& table, const Strings& words,
+                                 const CString& outcome) {
     check(table[0][0] != '0' || words.size() == 1 || outcome[0] == '2');
 }
 
@@ -33,12 +35,12 @@ void anEntryWithoutAModeFails(const Strings& table, const Strings& words, const 
 void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& outcome) {
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
-    const bool anyBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
-    check(outcome[0] != '0' || anyBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
+    const bool hasBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
+    check(outcome[0] != '0' || hasBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
 void theCaseMattersWhereItIsAskedFor(Strings table, Strings words, const CString& outcome) {
-    for (CString& entry : table) entry.ToUpper();
+    for (CString& line : table) line.ToUpper();
     for (CString& word : words) word.ToUpper();
     same(parse(table, words, true), outcome.Upper());
     const CString upper = words[0], lower = upper.Lower();
@@ -54,7 +56,7 @@ void aValueEndsAtTheNextSwitch(const CString& word) {
 }
 
 // Without an "F", the bytes hold no stamp of their own. A line feed stands for NUL.
-void aStampIsFoundBehindAnyBytes(std::string bytes, const std::string& version) {
+void aStampIsFoundAfterAnyBytes(std::string bytes, const std::string& version) {
     const std::string path = scratch("program");
     bytes.erase(std::remove(bytes.begin(), bytes.end(), 'F'), bytes.end());
     for (const char c : "FileVersion\n\n" + version + "\n") bytes += {c == '\n' ? '\0' : c, '\0'};
@@ -81,11 +83,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         if (line[0] >= '0' && line[0] <= '3') table.push_back(line);
     aValueEndsAtTheNextSwitch(words.back());
     const Texts versions = parts(input[3], "\n", 2);
-    aStampIsFoundBehindAnyBytes(input[2], versions[0].c_str() + std::string("1"));
+    aStampIsFoundAfterAnyBytes(input[2], versions[0].c_str() + std::string("1"));
     versionsAreOrdered(versions[0].c_str(), versions[1].c_str());
     if (table.empty()) return 0;
     const CString outcome = parse(table, words, false);
-    anEntryWithoutAModeFails(table, words, outcome);
+    aParameterWithoutAModeFails(table, words, outcome);
     aSuccessfulParseCountsAllCharacters(words, outcome);
     theCaseMattersWhereItIsAskedFor(table, words, outcome);
     return 0;

@@ -49,11 +49,14 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     same(value, divided);
     same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
     check(ini.ReadInteger(section, key, -7) == (found ? value.ToInt() : -7));
-    check(!ini.FindItem(section, key + " ", line) && !ini.FindItem(section + " ", key, line));
+    check(!ini.FindItem(section, key + " ", line));
+    check(!ini.FindItem(section + " ", key, line));
     const auto isAny = [](std::string_view) { return true; };
     for (int n = 0, next; (next = ini.FindNumber(section, isAny, n)) >= 0 && next < 1 << 30;
-         n = next + 1)
-        check(next >= n && ini.FindNumber(section, isAny, next) == next);
+         n = next + 1) {
+        check(next >= n);
+        check(ini.FindNumber(section, isAny, next) == next);
+    }
 }
 
 // A lookup finds each entry, except in a section without a name or with that of an earlier one.
@@ -127,7 +130,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
             anEditChangesOnePlaceBeforeTheBlanks("top\n" + before, "top\n" + linesOf(ini));
             check(getFile(kPath) == onDisk);
         }
-        check(ini.WriteIniFile(kCopy.c_str()) && getFile(kCopy) == linesOf(ini));
+        check(ini.WriteIniFile(kCopy.c_str()));
+        check(getFile(kCopy) == linesOf(ini));
     }
     check(getFile(kPath) == inMemory);
     return 0;

@@ -9,13 +9,13 @@
 #include "util/IniFile.h"
 
 int slotrpt_main(int argc, char* argv[]);
-const std::string kFolder = scratch("rwise/ini/"), kMap = kFolder + "syscfg.ini";
+const std::string kFolder = scratch("rwise/ini/"), kConfiguration = kFolder + "syscfg.ini";
 const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther = scratch("other");
 
-// The report, with the status behind it. Standard output goes into a file from the first run on.
+// The report, and the status after it. Standard output goes into a file from the first run on.
 std::string convert() {
-    static const bool caught = std::freopen(kReport.c_str(), "w", stdout) != nullptr;
-    check(caught && ftruncate(STDOUT_FILENO, 0) == 0);
+    static const bool isCaught = std::freopen(kReport.c_str(), "w", stdout) != nullptr;
+    check(isCaught && ftruncate(STDOUT_FILENO, 0) == 0);
     std::rewind(stdout);
     std::string path = kScan;
     char* argv[] = {nullptr, path.data(), nullptr};
@@ -34,14 +34,14 @@ void bothWordSizesAgree(const std::string& report) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
-    static const bool ready = std::system(("mkdir -p " + kFolder).c_str()) == 0;
-    check(ready && setenv("RWCD", scratch("").c_str(), 1) == 0);
+    static const bool isReady = std::system(("mkdir -p " + kFolder).c_str()) == 0;
+    check(isReady && setenv("RWCD", scratch("").c_str(), 1) == 0);
     std::ofstream(kScan) << input[0];
-    std::ofstream(kMap) << input[1];
+    std::ofstream(kConfiguration) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];
-    // If the map names the ID 0, each entry without keys is an adapter, up to the total.
+    // If the CD names the IDs 0, each missing device entry is an adapter, up to the total.
     if (CIniFile(kScan.c_str()).ReadInteger("PCI", "Total_Number_Of_Devices") > 1000 &&
-        !CIniFile(kMap.c_str()).ReadString("PCIIDMap", "0x00000000").IsEmpty())
+        !CIniFile(kConfiguration.c_str()).ReadString("PCIIDMap", "0x00000000").IsEmpty())
         return -1;
     bothWordSizesAgree(convert());
     return 0;

@@ -11,7 +11,7 @@ void partsMakeTheWhole(const CString& text, const CString& other) {
     for (unsigned i = 0; i <= text.GetLength(); ++i) {
         const CString head = CString(text).GetBuffer(i), tail = text.Substring(i, 0);
         same(head + tail, text);
-        same(text.Left(lengthOf(head)) + text.Right(tail.GetLength()), text.Left(-1));
+        same(text.Left(lengthOf(head)) + text.Right(tail.GetLength()), text);
         same(text.Mid(lengthOf(head), 2), tail.Left(2));
         check(text[i] == *tail.c_str());
         upper.ToUpper(i);
@@ -23,7 +23,6 @@ void partsMakeTheWhole(const CString& text, const CString& other) {
     }
     same(upper, text.Upper());
     check(std::string(text.c_str()) + other.c_str() == (text + other).c_str());
-    same(text + other + 'x', text.c_str() + (other + "x"));
 }
 
 void aLockedStringKeepsStill(const CString& text, const CString& other) {
@@ -39,12 +38,13 @@ void aLockedStringKeepsStill(const CString& text, const CString& other) {
     s.Trim(text);
     s.SetAt(0, 'x');
     s.ToUpper();
-    check(s.GetBuffer() == buffer && s.ToInt() == 0);
+    check(s.GetBuffer() == buffer);
+    check(s.ToInt() == 0);
     same(CString(std::move(s)), text);
     std::memset(s.GetBuffer(), 'x', text.GetLength() + 1);  // all that was promised, but no NUL
     s.ReleaseBuffer();
-    s += s.StrTok() + other;
-    same(s, CString('x', text.GetLength() + 1) + other);
+    same(s.StrTok(), "");
+    same(s, CString('x', text.GetLength() + 1));
 }
 
 void searchesAgree(const CString& text, const CString& sub) {
@@ -52,14 +52,17 @@ void searchesAgree(const CString& text, const CString& sub) {
     for (int at = 0; at < lengthOf(text); ++at)
         if (text.Mid(at, 0).StartsWith(sub)) check(text.Find(sub, ++found) == at);
     const int first = text.Find(sub), last = text.ReverseFind(sub);
-    check(first == text.Find(sub, 1) && last == (found ? text.Find(sub, found) : -1));
+    check(first == text.Find(sub, 1));
+    check(last == (found ? text.Find(sub, found) : -1));
+    check(text.IsSubstring(sub) == (found != 0));
+    check(text.Find(sub, found + 1) < 0);
     check(text.EndsWith(sub) == (found && last == lengthOf(text) - lengthOf(sub)));
     CString rest = text;
-    check(rest.RemoveSubstring(sub) == (first >= 0) && text.IsSubstring(sub) == (found != 0));
+    check(rest.RemoveSubstring(sub) == (first >= 0));
     if (found) same(rest.Left(first) + sub + rest.Mid(first, 0), text);
     for (rest = text; rest.IsSubstring(sub); ++apart)
         rest = rest.Mid(rest.Find(sub) + lengthOf(sub), 0);
-    check(text.Find(sub, found + 1) < 0 && text.GetNumberOccurances(sub) == apart);
+    check(text.GetNumberOccurances(sub) == apart);
 }
 
 void trimsTakeOnlyTheEnds(const CString& text, const CString& set) {
@@ -67,8 +70,8 @@ void trimsTakeOnlyTheEnds(const CString& text, const CString& set) {
     CString head = text.Left(lengthOf(text) - lengthOf(left.TrimLeft(set)));
     CString tail = text.Mid(lengthOf(right.TrimRight(set)), 0);
     if (*both.Trim(set)) same(head + both + tail, text);
-    same(CString(head.Trim(set)) + tail.Trim(set), "");
-    check(!set.IsSubstring(both.Left(1)) && !set.IsSubstring(both.Right(1)));
+    for (CString* removed : {&head, &tail}) same(removed->Trim(set), "");
+    for (const CString& end : {both.Left(1), both.Right(1)}) check(!set.IsSubstring(end));
 }
 
 void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
@@ -79,15 +82,18 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
         CString token = i == 0 ? walked.StrTok(sep) : walked.StrTok();
         walked = "changed";  // the walk goes on over the old text
         same(token, list.GetToken(i, sep));
-        check(list.IsToken(token, sep) && list.FindToken(token, sep) <= lengthOf(joined));
-        check(token.IsEmpty() || list.Mid(list.FindToken(token, sep), 0).StartsWith(token));
+        const int found = list.FindToken(token, sep);
+        check(found >= 0 && found <= lengthOf(joined));
+        check(token.IsEmpty() || list.Mid(found, 0).StartsWith(token));
         joined += token + sep;
         same(parsed[i], token.Trim());
     }
     same(joined, list + sep);
-    same(walked.StrTok() + walked.StrTok() + list.GetToken(total, sep), "");
+    same(list.GetToken(total, sep), "");
+    for (int i = 0; i < 2; ++i) same(walked.StrTok(), "");
     const CString start = broken.StrBreak(sep);
-    same(start + broken.StrBreak() + CString(list).StrTok() + CString(list).StrBreak(), list);
+    same(start + broken.StrBreak(), list);
+    same(CString(broken).StrBreak(), "");  // a copy does not have the walk
     check(broken.ParseTokens(parsed, 1, sep) == 1);
 }
 
@@ -109,27 +115,35 @@ void tokensAreInsertedAndSorted(const CString& list, const CString& sep) {
         check(sorted.GetToken(i - 1, sep) <= sorted.GetToken(i, sep));
 }
 
-void stringsAreOrderedByBytesBehindNull(const CString& a, const CString& b) {
-    const int order = std::strcmp(a.c_str(), b.c_str());
-    check((a == b) == (order == 0) && (a != b) == (order != 0) && a.Equals(b) == (order == 0));
-    check((a < b) == (order < 0) && (a <= b) == (order <= 0) && (a.Compare(b) < 0) == (order < 0));
-    check((a > b) == (order > 0) && (a >= b) == (order >= 0) && (a.c_str() > b) == (order > 0));
-    check((a.c_str() < b) == (order < 0) && (a.c_str() >= b) == (order >= 0));
-    check((a.c_str() == b) == (order == 0));
-    check(a.EqualsNoCase(b) == (a.Lower() == b.Lower()) && a.EqualsNoCase(a.Upper()));
-    const char* const none = nullptr;
-    check(none != a && a != none && !(none == a) && !(a == none));
-    check(none < a && none <= a && !(none >= a) && a > none && a >= none && !(a <= none));
+template <class Left, class Right>
+void operatorsAgreeWith(int order, const Left& a, const Right& b) {
+    check((a == b) == (order == 0));
+    check((a != b) == (order != 0));
+    check((a < b) == (order < 0));
+    check((a <= b) == (order <= 0));
+    check((a > b) == (order > 0));
+    check((a >= b) == (order >= 0));
 }
 
-void aNumberSurvivesAsText(int number) { check((" \n" + CString(number) + "x").ToInt() == number); }
+void stringsAreOrderedByBytesAfterNull(const CString& a, const CString& b) {
+    const int order = std::strcmp(a.c_str(), b.c_str());
+    const char *const left = a.c_str(), *const none = nullptr;
+    operatorsAgreeWith(order, a, b);
+    operatorsAgreeWith(order, left, b);
+    operatorsAgreeWith(-1, none, a);
+    operatorsAgreeWith(1, a, none);
+    check((a.Compare(b) < 0) == (order < 0));
+    check(a.Equals(b) == (order == 0));
+    check(a.EqualsNoCase(b) == (a.Lower() == b.Lower()));
+}
 
 void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     CString drive, directory, name, extension, made, whole = path, head = path, tail = part;
     path.SplitPath(drive, directory, name, extension);
     made.MakePath(drive, directory, name, extension);
     same(drive + made, whole.Trim());
-    check(drive.Find(":") == lengthOf(drive) - 1 && !(name + extension).IsSubstring("/"));
+    check(drive.Find(":") == lengthOf(drive) - 1);
+    check(!(name + extension).IsSubstring("/"));
     check(extension.IsEmpty() ? !name.Right(4).IsSubstring(".") : extension.ReverseFind(".") == 0);
     if (path.IsSubstring("/")) same(path.GetPath() + "/" + path.GetName(), path);
     if (!*head.TrimRight("/") || !*tail.TrimLeft("/")) return;
@@ -146,8 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         searchesAgree(text, other);
         searchesAgree(text + text + text + other, text + text);  // hits that overlap
         trimsTakeOnlyTheEnds(text, other);
-        stringsAreOrderedByBytesBehindNull(text, other);
-        aNumberSurvivesAsText(text.ToInt());
+        stringsAreOrderedByBytesAfterNull(text, other);
         pathsAreSplitAndJoined(text, other);
         const CString list = CString(text).Trim();
         // A separator that can overlap itself divides a text in more than one way.

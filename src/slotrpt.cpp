@@ -32,7 +32,7 @@ namespace {
 // What gives the value of an identity line.
 enum class Source {
     kSystem,    // a key in section System of the detection file
-    kOwn,       // a key in the system's own section of the configuration
+    kOwn,       // a key in the system's own section of the system configuration file
     kConstant,  // a fixed text
 };
 
@@ -85,6 +85,19 @@ void printLine(const char* key, const CString& value) {
     std::printf("%s = %s\n", key, value.c_str());
 }
 
+CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configuration,
+                const CString& systemID) {
+    switch (line.source) {
+        case Source::kSystem:
+            return detection.ReadString(CustomPCIDeviceList::kSystemSection, line.keyOrText);
+        case Source::kOwn:
+            return configuration.ReadString(systemID, line.keyOrText);
+        case Source::kConstant:
+            break;
+    }
+    return line.keyOrText;
+}
+
 // Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
@@ -94,13 +107,8 @@ CString printIdentity(const CString& configurationPath, const CString& inputPath
     std::printf("[MACH]\n");
     printLine("SystemID", systemID);
     std::printf("\n[%s]\n", systemID.c_str());
-    for (const IdentityLine& line : kIdentityLines) {
-        CString value = line.keyOrText;
-        if (line.source == Source::kSystem)
-            value = detection.ReadString(CustomPCIDeviceList::kSystemSection, value);
-        if (line.source == Source::kOwn) value = configuration.ReadString(systemID, value);
-        printLine(line.key, value);
-    }
+    for (const IdentityLine& line : kIdentityLines)
+        printLine(line.key, valueOf(line, detection, configuration, systemID));
     detection.Flush();
     configuration.Flush();
     return systemID;

@@ -20,9 +20,9 @@ int g_failAt = 0, g_calls = 0;
 bool fails() {
     if (!g_orders) return false;
     ++g_calls;
-    const bool fail = g_calls == g_failAt || (g_calls > g_failAt && std::strchr(g_orders, '+'));
-    if (fail) errno = ENOMEM;
-    return fail;
+    const bool isChosen = g_calls == g_failAt || (g_calls > g_failAt && std::strchr(g_orders, '+'));
+    if (isChosen) errno = ENOMEM;
+    return isChosen;
 }
 
 __attribute__((constructor)) void start() {

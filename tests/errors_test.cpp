@@ -21,28 +21,31 @@ const std::string kCorrupt =
 const std::string kLarge(600, 'd');
 
 struct Message {
+    const char* rule;
     int kind;
     const char* detail;
     std::string text;
 };
 const Message kMessages[] = {
-    {Error::ecProgram, "D", "General Program Error\n\nD"},
-    {Error::ecCustom, kLarge.c_str(), kLarge.substr(0, 510)},  // cut at 511, a line feed included
-    {Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
-    {Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
-    {Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
-    {Error::ecFileClose, nullptr, "File Close Error\n\nUnable to close file...\n\n"},
-    {Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},
-    {Error::ecParse, "", kParse + kCorrupt},  // no blank line for an empty detail
-    {Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
-    {Error::ecTcpIp + 1, "D", ""},  // not a kind
+    {"program", Error::ecProgram, "D", "General Program Error\n\nD"},
+    {"a message is cut at 511, its line feed included", Error::ecCustom, kLarge.c_str(),
+     kLarge.substr(0, 510)},
+    {"open", Error::ecFileOpen, "D", "File Open Error\n\nUnable to open file...\n\nD"},
+    {"read", Error::ecFileRead, "D", "File Read Error\n\nUnable to read from file...\n\nD"},
+    {"write", Error::ecFileWrite, "D", "File Write Error\n\nUnable to write to file...\n\nD"},
+    {"close, and a null detail", Error::ecFileClose, nullptr,
+     "File Close Error\n\nUnable to close file...\n\n"},
+    {"the detail of parse is in the middle", Error::ecParse, "D", kParse + "D\n\n" + kCorrupt},
+    {"an empty detail of parse leaves no line", Error::ecParse, "", kParse + kCorrupt},
+    {"TCP/IP", Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
+    {"a number that is not a kind has no words", Error::ecTcpIp + 1, "D", ""},
 };
 }  // namespace
 
-TEST(Errors, ShowTheDetailBehindTheWordsOfTheirKind) {
+TEST(Errors, ShowTheDetailAfterTheWordsOfTheirKind) {
     for (const Message& row : kMessages)
         EXPECT_EQ("\n\n" + row.text + "\n", report(Error::ecWarn, row.kind, row.detail).err)
-            << "kind " << row.kind;
+            << row.rule;
 }
 
 TEST(Errors, EndTheProcessAsTheReactionSays) {
@@ -52,5 +55,5 @@ TEST(Errors, EndTheProcessAsTheReactionSays) {
     for (const char* no : {"ny\nz", ""}) EXPECT_EQ(1, ask(no).status) << no;
     EXPECT_EQ("\n\nD\n\nContinue anyway? ", ask("").err);
     EXPECT_EQ(1, report(Error::ecAbort, kKind, "D").status);
-    EXPECT_EQ(7, report(Error::ecAsk + 1, kKind, "D").status);  // any other one warns
+    EXPECT_EQ(7, report(Error::ecAsk + 1, kKind, "D").status) << "any other reaction warns";
 }

@@ -10,30 +10,46 @@ const std::string kExecute = "Exec call failed.  Unable to run ";
 const std::string kNotFound = "\n\nPath or file name not found.\n";
 
 struct Failure {
-    const char* name;
-    std::function<void(CExec&)> then;  // after a program that does not exist
+    const char* rule;
+    std::function<bool(CExec&)> attempt;  // after that of a program that does not exist
     int error;
     std::string words;
 };
 const Failure kFailures[] = {
-    {"initialized", [](CExec& exec) { exec.Initialize(); }, 0, "\n\n\n"},
-    {"run nothing", [](CExec& exec) { exec.Run(""); }, ENOENT, kRun + kNotFound},
-    {"execute nothing", [](CExec& exec) { exec.Execute(""); }, ENOENT, kExecute + kNotFound},
-    {"an error without words", [](CExec& exec) { exec.Execute("/"); }, EACCES,
+    {"Initialize() clears command and error", [](CExec& e) { return e.Initialize(), false; }, 0,
+     "\n\n\n"},
+    {"running nothing keeps the error", [](CExec& e) { return e.Run(""); }, ENOENT,
+     kRun + kNotFound},
+    {"executing nothing keeps the error", [](CExec& e) { return e.Execute(""); }, ENOENT,
+     kExecute + kNotFound},
+    {"a command is shown with its blanks", [](CExec& e) { return e.Execute(" \tno\n"); }, ENOENT,
+     kExecute + " \tno\n" + kNotFound},
+    {"an error may have no words", [](CExec& e) { return e.Execute("/"); }, EACCES,
      kExecute + "/\n\n\n"},
-    {"too large an environment",
-     [](CExec& exec) {
+    {"the environment may be too large",
+     [](CExec& e) {
          setenv("LARGE", std::string(4 << 20, 'x').c_str(), 1);
-         exec.Execute("true");
+         return e.Execute("true");
      },
      E2BIG, kExecute + "true\n\nArg list too long.\n"},
-    {"no interpreter",
-     [](CExec& exec) {
+    {"there may be no interpreter",
+     [](CExec& e) {
          setenv("COMSPEC", "none", 1);
          std::signal(SIGCHLD, SIG_IGN);  // no process can be waited for
-         exec.Run("true");
+         return e.Run("true");
      },
      CExec::kNoInterpreter, kRun + "true\n\nCommand interpreter not found.\n\nCOMSPEC = none\n"},
+};
+
+struct Command {
+    const char* rule;
+    const char* text;
+    const char* printed;
+};
+const Command kCommands[] = {
+    {"argument 0 is the bare name, without blanks", "\t/bin/sh\t -c echo\t$0 ", "sh\n"},
+    {"a tab divides nothing", "echo a\tc", "a\tc\n"},
+    {"quotes mean nothing, and a word of blanks is dropped", "  echo \"a \t c'\n", "\"a c'\n"},
 };
 }  // namespace
 
@@ -45,30 +61,27 @@ TEST(Exec, RunsACommandWhateverItsStatus) {
     EXPECT_EQ("x\n", readFile(folder.path("a")));
 }
 
-TEST(Exec, BecomesTheProgramOfACommand) {
-    const std::pair<const char*, const char*> kCommands[] = {
-        {"/bin/sh -c echo\t$0", "sh\n"},     // argument 0 is the bare name; a tab divides nothing
-        {"  echo \"a \t c'\n", "\"a c'\n"},  // no quoting; words of blanks are dropped
-    };
-    for (const auto& [command, printed] : kCommands) {
-        const Outcome run = inChild([&c = command] { return CExec().Execute(c) ? 98 : 99; });
-        EXPECT_EQ(printed, run.out) << command;
+TEST(Exec, BecomesTheProgramOfACommandThatItSplitsAtSpaces) {
+    for (const Command& row : kCommands) {
+        const Outcome run = inChild([&] { return CExec().Execute(row.text) ? 98 : 99; });
+        EXPECT_EQ(row.printed, run.out) << row.rule;
     }
 }
 
 TEST(Exec, PutsTheLastFailureIntoWords) {
     for (const Failure& row : kFailures) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.rule);
         const Outcome run = inChild([&] {
             setenv("PATH", "/bin", 1);  // a folder that cannot be searched gives another error
             CExec exec("no-such");
-            if (exec.Execute()) return 1;
-            row.then(exec);
-            std::printf("%d", exec.GetLastError());
-            return exec.DisplayLastError() == exec.GetLastError() ? 0 : 2;
+            const bool isStarted = exec.Execute() || row.attempt(exec);
+            std::printf("%d ", exec.GetLastError());
+            std::printf("%d", exec.DisplayLastError());
+            return isStarted ? 1 : 0;
         });
-        EXPECT_EQ(0, run.status);
-        EXPECT_EQ(std::to_string(row.error), run.out);
+        EXPECT_EQ(0, run.status) << "an attempt that fails returns false";
+        const std::string error = std::to_string(row.error);
+        EXPECT_EQ(error + " " + error, run.out);
         EXPECT_EQ("\n\nGeneral System Error\n\n" + row.words + "\n", run.err);
     }
 }

@@ -15,10 +15,11 @@ TEST(Files, AreReadLineByLine) {
     CMyFileIO file;
     CString line;
     EXPECT_FALSE(file.ReadString(line));
+    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
     EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
-    EXPECT_FALSE(file.OpenFile(""));  // the open file stays
+    EXPECT_FALSE(file.OpenFile("")) << "the open file stays";
     for (int pass = 0; pass < 2; ++pass) {
-        for (const char* expected : {"ab\n", "\n", "cd"}) {
+        for (const CString expected : {"ab\n", "\n", "cd"}) {
             SCOPED_TRACE(expected);
             EXPECT_FALSE(file.IsEOF());
             EXPECT_TRUE(file.ReadString(line));
@@ -27,6 +28,8 @@ TEST(Files, AreReadLineByLine) {
         EXPECT_TRUE(file.IsEOF());
         EXPECT_TRUE(file.Rewind());
     }
+    EXPECT_TRUE(file.Close());
+    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
 }
 
 TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
@@ -41,51 +44,82 @@ TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
         EXPECT_EQ(content, readFile(folder.path("a")));
         EXPECT_TRUE(file.OpenFile("/dev/full", mode));
         EXPECT_FALSE(file.WriteStringNL("x"));
-        EXPECT_TRUE(file.WriteString("x"));  // without a line feed, the text waits
+        EXPECT_TRUE(file.WriteString("x")) << "a text without a line feed waits";
         EXPECT_FALSE(file.Close());
     }
 }
 
-TEST(Files, LeaveNothingOpenAndNoTemporaryOneBehind) {
+TEST(Files, AreDeletedWhenTheyAreClosedOnlyIfTemporary) {
     const ScratchFolder folder;
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
-    const long before = openFiles();
     {
         CMyFileIO file, second;
         EXPECT_TRUE(file.OpenTempFile(dir));
         EXPECT_TRUE(second.OpenTempFile(dir));
-        EXPECT_EQ(3, filesIn(folder.path()));
-        EXPECT_TRUE(file.OpenFile(other));  // the temporary one goes, not the other
-        EXPECT_EQ(2, filesIn(folder.path()));
+        EXPECT_EQ(3, filesIn(folder.path())) << "each has a name of its own";
+        EXPECT_TRUE(file.OpenFile(other));
+        EXPECT_EQ(2, filesIn(folder.path())) << "the next file closes the temporary one";
         EXPECT_FALSE(file.OpenTempFile("none"));
+        EXPECT_TRUE(CMyFileIO::Exists(other)) << "an ordinary file stays";
     }
-    EXPECT_EQ(1, filesIn(folder.path()));
-    CMyFileIO file(other);
-    for (int i = 0; i < 2; ++i) EXPECT_TRUE(file.Open());  // the second closes the first
-    EXPECT_TRUE(file.DeleteFile());                        // closes it, too
-    EXPECT_EQ(before, openFiles());
-    EXPECT_FALSE(file.Exists());
+    EXPECT_EQ(1, filesIn(folder.path())) << "the end of the object closes it, too";
+
+    CMyFileIO file;
+    const int descriptor = dup(0);  // the next one that is free
+    close(descriptor);
+    EXPECT_TRUE(file.OpenTempFile(dir));
+    close(descriptor);
+    EXPECT_FALSE(file.Close()) << "its descriptor is gone";
+    EXPECT_TRUE(file.OpenFile(other));
+    EXPECT_TRUE(file.Close());
+    EXPECT_TRUE(file.Exists()) << "the temporary file before it does not count";
+}
+
+TEST(Files, LeaveNoDescriptorOpen) {
+    const ScratchFolder folder;
+    const long before = openFiles();
+    {
+        CMyFileIO file(folder.file("a", "").c_str()), temporary;
+        for (int i = 0; i < 2; ++i) EXPECT_TRUE(file.Open());
+        EXPECT_TRUE(temporary.OpenTempFile(folder.path().c_str()));
+        EXPECT_EQ(before + 2, openFiles()) << "one for each object";
+        EXPECT_TRUE(file.DeleteFile());
+        EXPECT_EQ(before + 1, openFiles()) << "DeleteFile() closes the file";
+        EXPECT_FALSE(file.Exists());
+    }
+    EXPECT_EQ(before, openFiles()) << "the end of the object closes the file";
 }
 
 TEST(Files, ExistAsPipesAndDevices) {
     const ScratchFolder folder;
     ASSERT_EQ(0, mkfifo(folder.path("pipe").c_str(), 0600));
-    EXPECT_TRUE(CMyFileIO::Exists(folder.path("pipe").c_str()));  // without waiting for a writer
+    EXPECT_TRUE(CMyFileIO::Exists(folder.path("pipe").c_str())) << "no writer is waited for";
     EXPECT_TRUE(CMyFileIO::Exists("/dev/null"));
 }
 
 TEST(Files, AreCopiedByteForByte) {
     const ScratchFolder folder;
-    const std::string bytes = readFile(SLOTRPT_PROGRAM), copy = folder.path("copy");
+    const std::string copy = folder.path("copy");
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
     const CString source = folder.file("a", bytes).c_str(), target = copy.c_str();
     EXPECT_FALSE(CMyFileIO::CopyFile("none", target));
     EXPECT_TRUE(CMyFileIO::CopyFile(source, target));
-    EXPECT_TRUE(CMyFileIO::CopyFile(target, target));  // leaves it alone
-    EXPECT_TRUE(bytes == readFile(copy));
+    EXPECT_TRUE(CMyFileIO::CopyFile(target, target)) << "a copy to itself changes nothing";
+    EXPECT_EQ(bytes, readFile(copy));
     EXPECT_FALSE(CMyFileIO::CopyFile(source, folder.path().c_str()));
 }
 
 TEST(Files, HaveVersionsThatCompareByNumbers) {
-    EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5"));  // what is no number counts as 0
-    EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("6.0.0 7.7", "6.0.0.7"));  // cut at the blank
+    CString version = "old";
+    EXPECT_FALSE(CMyFileIO::GetFileVersion("none", version));
+    EXPECT_EQ("old", version);
+    EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5")) << "a field without digits is 0";
+    EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("6.0.0 7.7", "6.0.0.7")) << "a blank ends it";
+}
+
+TEST(Files, HaveLinesThatAreComments) {
+    for (const char* line : {";", " \t# x", "// x"})
+        EXPECT_TRUE(CMyFileIO::IsComment(line)) << line;
+    for (const char* line : {"/", "x ; y", ""}) EXPECT_FALSE(CMyFileIO::IsComment(line)) << line;
 }

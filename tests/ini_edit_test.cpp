@@ -3,6 +3,7 @@
 
 namespace {
 struct Edit {
+    const char* rule;
     const char* before;
     const char* section;
     const char* key;
@@ -10,21 +11,20 @@ struct Edit {
     const char* after;
 };
 const Edit kEdits[] = {
-    // The first entry of the key changes. Its indentation and its comment go.
-    {" [a]\r\n\tk=1 ; old\r\n\r\nK=3", "A", "K", " \t", "[a]\nK =\n\nK=3\n"},
-    // An edit treats a comment like an entry.
-    {"[A]\n;K = 1\n", "A", ";K", "2", "[A]\n;K = 2\n"},
-    // A new entry goes to the first section of that name, before the blank lines at its end.
-    {"[A]\nK = 1\n\n\n[A]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[A]\n"},
-    // A new section goes before the blank lines at the end, with one blank line in front.
-    {"X = 2\n\n\n", "C", "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
+    {"the first entry of the key changes, and loses its indentation and comment",
+     " [a]\r\n\tk=1 ; old\r\n\r\nK=3", "A", "K", " \t", "[a]\nK =\n\nK=3\n"},
+    {"a comment counts as an entry", "[A]\n;K = 1\n", "A", ";K", "2", "[A]\n;K = 2\n"},
+    {"a new entry goes into the first section of the name, before its last blank lines",
+     "[A]\nK = 1\n\n\n[A]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[A]\n"},
+    {"a new section goes before the last blank lines, after one of its own", "X = 2\n\n\n", "C",
+     "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
 };
 }  // namespace
 
 TEST(IniEdit, ChangesAnEntryOrAddsItBeforeTheBlanks) {
     const ScratchFolder folder;
     for (const Edit& row : kEdits) {
-        SCOPED_TRACE(row.before);
+        SCOPED_TRACE(row.rule);
         const std::string path = folder.file("a.ini", row.before);
         CIniFile ini(path.c_str());
         EXPECT_TRUE(ini.WriteIt(row.section, row.key, row.value, false, false));
@@ -41,7 +41,7 @@ TEST(IniEdit, IsSavedOnRequestOrInTheEndAndOnlyOnce) {
         EXPECT_TRUE(ini.WriteString("A", "K", "1", false, true));
         EXPECT_EQ("[A]\nK = 1\n", readFile(path));
         std::filesystem::remove(path);
-        EXPECT_FALSE(ini.Flush());  // nothing is unsaved
+        EXPECT_FALSE(ini.Flush()) << "nothing is unsaved";
         EXPECT_FALSE(ini.Exists());
         EXPECT_TRUE(ini.WriteString("top", false, false));
     }
@@ -53,8 +53,8 @@ TEST(IniEdit, StaysUnsavedWhenTheFileCannotBeWritten) {
     const std::string copy = folder.path("copy");
     CIniFile ini("/dev/full");
     EXPECT_TRUE(ini.WriteString("A", "K", "1", false, true));
-    EXPECT_TRUE(ini.WriteIniFile(copy.c_str()));  // which does not save it
-    EXPECT_TRUE(ini.Flush());
+    EXPECT_TRUE(ini.WriteIniFile(copy.c_str()));
+    EXPECT_TRUE(ini.Flush()) << "a copy does not save the document";
     EXPECT_EQ("[A]\nK = 1\n", readFile(copy));
 }
 
@@ -63,14 +63,14 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     CIniFile ini(folder.file("a.ini", "a\n\nb").c_str());
     CIniFile::IniLineDef* const first = ini.GetFirstLine();
     EXPECT_EQ(first->pNext, ini.RewindBlanks(first->pPrev));
-    first->pPrev = nullptr;  // neither a lookup nor an insertion there needs this link
-    EXPECT_EQ("absent", ini.ReadString("", "K", "absent"));
-    EXPECT_TRUE(ini.InsertLine(first, " top "));
+    first->pPrev = nullptr;
+    EXPECT_EQ("absent", ini.ReadString("", "K", "absent")) << "a lookup needs no such link";
+    EXPECT_TRUE(ini.InsertLine(first, " top ")) << "an insertion there needs no such link";
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
 
     ini.DeleteLines();
     const std::unique_ptr<CIniFile::IniLineDef> line(ini.MakeNewLine(" \tnew\n"));
     EXPECT_EQ("new", line->sLine);
     EXPECT_EQ(line.get(), ini.RewindBlanks(line.get()));
-    EXPECT_EQ(nullptr, ini.GetFirstLine());  // the new line is in no document
+    EXPECT_EQ(nullptr, ini.GetFirstLine()) << "the new line is in no document";
 }

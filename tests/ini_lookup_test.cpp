@@ -7,29 +7,47 @@ using namespace std::string_literals;
 
 namespace {
 struct Lookup {
+    const char* rule;
     std::string document;
     const char* section;
     const char* key;
     CString value;
 };
 const Lookup kLookups[] = {
-    {"[Size]\nType = MT01", "sIZE", "TYPE", "MT01"},              // case; no line end at the end
-    {"\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw"},               // CRs and NULs vanish
-    {"\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K", "\"a  b\""},  // blanks around all names
-    {"[S]\n;K = 1\n", "S", ";K", "absent"},                       // a comment
-    {"[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},             // the first entry
-    {"[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},               // the first section only
-    {"K = v\n[S]\nK = w\n", "", "K", "v"},                        // above the first header
-    {"[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},           // whole names only
+    {"the case of names does not count", "[Size]\nType = MT01\n", "sIZE", "TYPE", "MT01"},
+    {"the last line needs no line feed", "[S]\nK = v", "S", "K", "v"},
+    {"carriage returns and NULs vanish", "\0[S\0]\nK\r = v\rw\r\r\n"s, "S", "K", "vw"},
+    {"blanks around names and values do not count", "\t[ \tS ] x\n K\t=\t\"a  b\" \t\n", "S", "K",
+     "\"a  b\""},
+    {"a comment is not an entry", "[S]\n;K = 1\n", "S", ";K", "absent"},
+    {"the first entry of a key is found", "[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},
+    {"the first section of a name is searched", "[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},
+    {"the empty name is above the first header", "K = v\n[S]\nK = w\n", "", "K", "v"},
+    {"only whole names match", "[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},
+};
+
+struct NumberedEntry {
+    const char* rule;
+    const char* entry;
+    int number;
+};
+const NumberedEntry kNumberedEntries[] = {
+    {"blanks after the number do not count", "L.3 =", 3},
+    {"the name may be empty", ".4=", 4},
+    {"a comment is not an entry", ";K.1=", -1},
+    {"a number with a leading zero does not count", "K.02=", -1},
+    {"a number has digits", "K.=", -1},
+    {"a number follows a dot", "K5=", -1},
+    {"a name that is not counted does not count", "X.5=", -1},
+    {"a number above INT_MAX does not count", "K.2147483648=", -1},
 };
 }  // namespace
 
 TEST(IniLookup, FollowsTheSyntax) {
     const ScratchFolder folder;
     for (const Lookup& row : kLookups) {
-        SCOPED_TRACE(row.document);
         CIniFile ini(folder.file("a.ini", row.document).c_str());
-        EXPECT_EQ(row.value, ini.ReadString(row.section, row.key, "absent"));
+        EXPECT_EQ(row.value, ini.ReadString(row.section, row.key, "absent")) << row.rule;
     }
 }
 
@@ -43,13 +61,16 @@ TEST(IniLookup, ReadsLinesOfAnyLength) {
 
 TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     const ScratchFolder folder;
-    const char* const entries =
-        "[S]\nK.7=\nL.3 =\n;K.1=\nK.02=\nK.=\n.4=\nK5=\nX.5=\nK.2147483648=\n";
-    CIniFile ini(folder.file("a.ini", entries).c_str());
-    const auto isCounted = [](std::string_view name) { return name != "X"; };
-    const std::pair<int, int> kNext[] = {{0, 3}, {4, 4}, {5, 7}, {8, -1}};
-    for (const auto& [from, next] : kNext) EXPECT_EQ(next, ini.FindNumber("S", isCounted, from));
-    EXPECT_EQ(-1, ini.FindNumber("T", isCounted, 0));
+    const auto next = [&](const std::string& entries, const char* section, int from) {
+        CIniFile ini(folder.file("a.ini", "[S]\n" + entries).c_str());
+        const auto isCounted = [](std::string_view name) { return name != "X"; };
+        return ini.FindNumber(section, isCounted, from);
+    };
+    for (const NumberedEntry& row : kNumberedEntries)
+        EXPECT_EQ(row.number, next(row.entry, "S", 0)) << row.rule;
+    const std::pair<int, int> kNext[] = {{0, 3}, {3, 3}, {4, 7}, {8, -1}};
+    for (const auto& [from, number] : kNext) EXPECT_EQ(number, next("K.7=\nL.3=\n", "S", from));
+    EXPECT_EQ(-1, next("K.7=\n", "T", 0)) << "there is no such section";
 }
 
 TEST(IniLookup, TellsWhichFileWasNotReadWhole) {
@@ -77,9 +98,9 @@ TEST(IniLookup, AnswersFromMemoryAndWritesNothing) {
     std::filesystem::remove(folder.path("a.ini"));
     CString line;
     EXPECT_TRUE(ini.FindItem("", "K", line));
-    EXPECT_EQ("K = v", line);  // the whole line
+    EXPECT_EQ("K = v", line) << "the whole line";
     EXPECT_FALSE(ini.FindItem("T", "K", line));
-    EXPECT_EQ("[S]", line);  // the last line visited
+    EXPECT_EQ("[S]", line) << "the last line that was visited";
     EXPECT_EQ(0, ini.ReadInteger("", "none"));
     EXPECT_FALSE(ini.Flush());
     EXPECT_FALSE(ini.Exists());

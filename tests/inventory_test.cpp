@@ -2,34 +2,54 @@
 #include "support.h"
 
 namespace {
-// The inventory of a detection file with these entries. The CD names one adapter, on the board.
+// The inventory of a detection file with this total and these device entries. The CD names two
+// adapters. The first of them is on the board.
 struct Inventory : ScratchFolder, CustomPCIDeviceList {
     explicit Inventory(const std::string& entries) {
         setenv("RWCD", path("CD").c_str(), 1);
-        file("CD/rwise/ini/syscfg.ini", "[PCIIDMap]\n0x00010002 = NIC\n");
+        file("CD/rwise/ini/syscfg.ini", "[PCIIDMap]\n0x00010002 = NIC\n0x00010003 = HBA\n");
         file("CD/rwise/ini/one.ini", "[NIC]\nOnBoard = 0,0\n");
         setMapFileLocation(getCDPathName("syscfg.ini"));
         setSystemKeyword("S_ONE");
         setInputFile(file("scan.ini", "[PCI]\nTotal_Number_Of_Devices = " + entries).c_str());
-        setInputFile("none");  // only the first one counts
+        setInputFile("none");  // does nothing
     }
 };
 const std::string kNIC = "1\nVendor_ID.0 = 1\nDevice_ID.0 = 2\n";
 
 struct Initialization {
+    const char* rule;
     int flags;
     bool result;
     const char* onBoard;  // null: the list stays empty
     int count;
 };
 const Initialization kInitializations[] = {
-    {1, true, nullptr, 0},   // names come only from the detection file
-    {7, false, nullptr, 0},  // no item that could be on the board
-    {8, true, nullptr, 0},   // no step
-    {9, true, "", -1},       // names alone
-    {11, true, "TRUE", -1},  // and those on the board
-    {13, true, "", 1},       // names and counts
-    {16, true, nullptr, 0},  // not a flag
+    {"only the detection file has devices to name", 1, true, nullptr, 0},
+    {"labelling fails without an item", 7, false, nullptr, 0},
+    {"the detection file alone is no step", 8, true, nullptr, 0},
+    {"items are named", 9, true, "", -1},
+    {"items are named and labelled", 11, true, "TRUE", -1},
+    {"items are named and counted", 13, true, "", 1},
+    {"16 is not a flag", 16, true, nullptr, 0},
+};
+
+using Numbers = std::vector<std::pair<int, int>>;  // the count and the instance of each item
+struct Counting {
+    const char* rule;
+    Numbers before, after;  // of the adapters NIC, HBA, NIC and NIC
+};
+const Counting kCountings[] = {
+    {"each name has numbers of its own",
+     {{-1, -1}, {-1, -1}, {-1, -1}, {-1, -1}},
+     {{3, 1}, {1, 1}, {3, 2}, {3, 3}}},
+    {"numbers from 1 on stay", {{5, 9}, {2, 4}, {5, 7}, {5, 8}}, {{5, 9}, {2, 4}, {5, 7}, {5, 8}}},
+    {"the first item of a name numbers the later ones, even if they have numbers",
+     {{0, 0}, {-1, -1}, {-1, -1}, {9, 9}},
+     {{3, 1}, {1, 1}, {3, 2}, {3, 3}}},
+    {"an item numbers no more items than it counts",
+     {{1, -1}, {-1, -1}, {-1, -1}, {-1, -1}},
+     {{1, 1}, {1, 1}, {2, 1}, {2, 2}}},
 };
 }  // namespace
 
@@ -46,17 +66,20 @@ TEST(Inventory, HasItemsOfZerosThatAreNotCounted) {
 
 TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
     Inventory list(
-        "5x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\nRevision.0 = 012\n"
-        "Class_Code.0 = 4294967307\nDevice_Number.0 = 18446744073709551623\n"
+        "5x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\nRevision.0 = 0x12\n"
+        "Header_Type.0 = 012\nClass_Code.0 = 4294967307\nDevice_Number.0 = 18446744073709551623\n"
         "Vendor_ID.3 = 1\nVendor_ID.7 = 1\n");
     EXPECT_TRUE(list.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE));
     const std::unique_ptr<PCIDeviceItem> item(list.getNextPCIDevice());
     ASSERT_NE(nullptr, item);
-    EXPECT_EQ("0xFFFF0000", list.getDeviceINIFileEntry(item.get()));  // cut to 16 bits; 0
-    EXPECT_EQ(7, item->deviceNumber);    // the low bits, of more than 64
-    EXPECT_EQ(0, item->functionNumber);  // not read from the file
-    EXPECT_EQ(11U, item->classCode);     // the low 32 bits
-    EXPECT_EQ(10, item->revision);       // octal
+    EXPECT_EQ(0xFFFF, item->vendorID) << "a number is cut to 16 bits";
+    EXPECT_EQ(0, item->deviceID) << "a text without digits is 0";
+    EXPECT_EQ("0xFFFF0000", list.getDeviceINIFileEntry(item.get()));
+    EXPECT_EQ(7, item->deviceNumber) << "the low bits of more than 64 are kept";
+    EXPECT_EQ(0, item->functionNumber) << "it is not read from the file";
+    EXPECT_EQ(11U, item->classCode) << "the low 32 bits are kept";
+    EXPECT_EQ(18, item->revision) << "its prefix tells the base";
+    EXPECT_EQ(10, item->headerType) << "its prefix tells the base";
     EXPECT_EQ(3, list.skipMissingEntries());
     EXPECT_EQ(1, std::unique_ptr<PCIDeviceItem>(list.getNextPCIDevice())->vendorID);
     EXPECT_EQ(7, list.findEntry(4));
@@ -66,7 +89,7 @@ TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
 
 TEST(Inventory, TakesTheStepsOfItsFlags) {
     for (const Initialization& row : kInitializations) {
-        SCOPED_TRACE("flags " + std::to_string(row.flags));
+        SCOPED_TRACE(row.rule);
         Inventory list(kNIC);
         EXPECT_EQ(row.result, list.initialize(row.flags));
         list.resetList();
@@ -78,22 +101,44 @@ TEST(Inventory, TakesTheStepsOfItsFlags) {
     }
 }
 
+TEST(Inventory, NumbersTheAdaptersOfEachName) {
+    for (const Counting& row : kCountings) {
+        Inventory list(
+            "4\nVendor_ID.0 = 1\nVendor_ID.1 = 1\nVendor_ID.2 = 1\nVendor_ID.3 = 1\n"
+            "Device_ID.0 = 2\nDevice_ID.1 = 3\nDevice_ID.2 = 2\nDevice_ID.3 = 2\n");
+        EXPECT_TRUE(list.initialize(9));
+        list.resetList();
+        for (const auto& [count, instance] : row.before) {
+            PCIDeviceItem* const item = list.getNextDeviceFromList();
+            item->count = count;
+            item->instance = instance;
+        }
+        EXPECT_TRUE(list.countDuplicateAdapters());
+        Numbers after;
+        list.resetList();
+        while (const PCIDeviceItem* item = list.getNextDeviceFromList())
+            after.emplace_back(item->count, item->instance);
+        EXPECT_EQ(row.after, after) << row.rule;
+    }
+}
+
 TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     Inventory list(kNIC);
     EXPECT_TRUE(list.initialize(15));
     list.resetList();
     EXPECT_TRUE(list.initialize(15));
     EXPECT_TRUE(list.scanPCIBusAndCreateList());
-    EXPECT_EQ(0, list.getTotalNumDevices());  // it counts only what the scan added
+    EXPECT_EQ(0, list.getTotalNumDevices()) << "only what the scan added counts";
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
     list.resetList();
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
 }
 
-TEST(Inventory, ListsBothSystemAdaptersForAnEmptyKeyword) {
+// An empty identifier is part of every list of systems, even of a missing one.
+TEST(Inventory, ListsBothSystemAdaptersForAnEmptyIdentifier) {
     Inventory list(kNIC);
-    list.setSystemKeyword("");  // part of every list of systems, even of a missing one
+    list.setSystemKeyword("");
     list.sortDevicesByType();
     EXPECT_EQ("STORMPETREL,CORVEL_ADV_SYS_MGT_ISA_CONTROLLER", list.getServiceProcessorDevices());
 }

@@ -7,7 +7,7 @@ constexpr auto kParam = CCLParams::CLParam;
 constexpr auto kPath = CCLParams::CLPathParam;
 constexpr auto kNone = CCLParams::CLNone;
 
-struct Entry {
+struct Parameter {
     CCLParams::CLParamModes mode;
     const char* name;
     const char* value;  // null: not found
@@ -15,40 +15,50 @@ struct Entry {
 };
 
 struct Parse {
-    std::vector<Entry> entries;
+    const char* rule;
+    std::vector<Parameter> parameters;
     std::vector<const char*> arguments;
     int result;
 };
 const Parse kParses[] = {
-    // A value goes on over arguments up to a switch, a path only in quotes.
-    {{{kParam, "/o:", "a b", true}, {kSwitch, "/v", ""}, {kPath, "", "\"My D\""}},
+    {"a value goes on over arguments up to a switch, a path only in quotes",
+     {{kParam, "/o:", "a b", true}, {kSwitch, "/v", ""}, {kPath, "", "\"My D\""}},
      {"/O:a", "b", "/v", "\"My", "D\""},
      CCLParams::kParsed},
-    // An entry is found once. After that, its name is part of a value.
-    {{{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}}, {"/v", "-p", "a", "/v"}, CCLParams::kParsed},
-    // A switch equals its argument. What nothing accepts ends the parse.
-    {{{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}}, {"-qa", "/vx", "/v"}, CCLParams::kMismatch},
-    // A required entry is missing.
-    {{{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}}, {"/v"}, CCLParams::kMismatch},
-    // An entry without a mode is an error when an argument meets it.
-    {{{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}}, {"/v"}, CCLParams::kUnknownMode},
+    {"a parameter is found once; after that, its name is part of a value",
+     {{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}},
+     {"/v", "-p", "a", "/v"},
+     CCLParams::kParsed},
+    {"a switch equals its argument, and what nothing accepts ends the parse",
+     {{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}},
+     {"-qa", "/vx", "/v"},
+     CCLParams::kMismatch},
+    {"a required parameter must not be missing",
+     {{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}},
+     {"/v"},
+     CCLParams::kMismatch},
+    {"a parameter without a mode fails when an argument meets it",
+     {{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}},
+     {"/v"},
+     CCLParams::kUnknownMode},
 };
 }  // namespace
 
 TEST(Params, AreParsed) {
     for (Parse row : kParses) {
-        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        SCOPED_TRACE(row.rule);
         CCLParams params;
-        for (const Entry& entry : row.entries)
-            EXPECT_TRUE(params.Add(entry.name, entry.mode, entry.isRequired));
+        for (const Parameter& parameter : row.parameters)
+            EXPECT_TRUE(params.Add(parameter.name, parameter.mode, parameter.isRequired));
         row.arguments.insert(row.arguments.begin(), "tool");
         const int argc = static_cast<int>(row.arguments.size());
         EXPECT_EQ(row.result, params.Parse(argc, row.arguments.data(), false));
         unsigned position = 0;
-        for (const Entry& entry : row.entries) {
+        for (const Parameter& parameter : row.parameters) {
+            SCOPED_TRACE(parameter.name);
             CString value;
-            EXPECT_EQ(entry.value != nullptr, params.GetValue(++position, value)) << entry.name;
-            EXPECT_EQ(entry.value ? entry.value : "", value) << entry.name;
+            EXPECT_EQ(parameter.value != nullptr, params.GetValue(++position, value));
+            EXPECT_EQ(CString(parameter.value), value);
         }
     }
 }
@@ -68,9 +78,19 @@ TEST(Params, AreFoundByTheirExactNameUntilDeleted) {
     params.DeleteNodes();
     EXPECT_FALSE(params.GetValue("/V"));
     EXPECT_NE(nullptr, params.MakeNewNode());
-    EXPECT_EQ(2, params.Parse(3, argv, true));  // it has no mode
+    EXPECT_EQ(CCLParams::kUnknownMode, params.Parse(3, argv, true)) << "it has no mode";
+}
 
-    int index = 1, pathIndex = 1;
-    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value));  // the index behind the value
+TEST(Params, AreCollectedFromAnIndexOn) {
+    const CCLParams params;
+    const char* argv[] = {"tool", "/V1", "a", "/V2"};
+    CString value;
+    int index = 1, pathIndex = 1, before = -1, end = 2;
+    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value)) << "the index after the value";
     EXPECT_EQ(2, params.GetPathParam(pathIndex, 3, argv, "/V", value));
+    EXPECT_EQ("1", value);
+    EXPECT_EQ(0, params.GetParam(before, 0, argv + 1, "/V", value));
+    EXPECT_EQ("", value) << "no argument has an index below 0";
+    EXPECT_EQ(3, params.GetParam(end, 2, argv + 1, "/V", value));
+    EXPECT_EQ("", value) << "the last argument is before this index";
 }

@@ -1,15 +1,31 @@
 #include "support.h"
 
+namespace {
+struct Split {
+    const char* rule;
+    CString (CString::*part)() const;
+    const char* path;
+    CString expected;
+};
+const Split kSplits[] = {
+    {"a path ends before the last slash", &CString::GetPath, " C:/tmp/a.b\n", " C:/tmp"},
+    {"without a slash, the first colon divides", &CString::GetPath, "C:a:b", "C"},
+    {"without both, there is no path", &CString::GetPath, "name", ""},
+    {"the drive is trimmed", &CString::GetDrive, " C:/tmp", "C:"},
+    {"a drive may hold a slash", &CString::GetDrive, "dir/a:b", "dir/a:"},
+    {"a directory ends with its slash", &CString::GetDirectory, "C:/tmp/a", "/tmp/"},
+    {"a file name has no extension", &CString::GetFileName, "/tmp/a.b.c\n", "a.b"},
+    {"an extension begins with its dot", &CString::GetExtension, "/tmp/a.b.txt\n", ".txt"},
+    {"an extension has at most three letters", &CString::GetExtension, "b.html", ""},
+};
+}  // namespace
+
 TEST(Paths, AreSplit) {
-    CString text = " C:/tmp/a.b.txt\n", drive, name, extension;
-    EXPECT_EQ(" C:/tmp", text.GetPath());
-    EXPECT_EQ("C:", text.GetDrive());  // only a split trims
-    EXPECT_EQ("/tmp/", text.GetDirectory());
-    EXPECT_TRUE(text.SplitPath(drive, text, name, extension));  // a part may be the path
-    EXPECT_EQ("/tmp/", text);
-    EXPECT_EQ("dir/a:", CString("dir/a:b").GetDrive());  // a drive may hold a "/"
-    EXPECT_EQ("C", CString("C:a:b").GetPath());          // the first ":" divides
-    EXPECT_EQ("", CString("b.html").GetExtension());     // more than three characters
+    for (const Split& row : kSplits)
+        EXPECT_EQ(row.expected, (CString(row.path).*row.part)()) << row.rule;
+    CString text = "C:/tmp/a", drive, name, extension;
+    EXPECT_TRUE(text.SplitPath(drive, text, name, extension));
+    EXPECT_EQ("/tmp/", text) << "a part may be the path";
 }
 
 TEST(Paths, AreJoinedByOneSlash) {

@@ -48,19 +48,23 @@ TEST(Report, ShowsTheUsageWithoutAPath) {
     for (const char* argument : {static_cast<const char*>(nullptr), "", "/rwpm:"}) {
         SCOPED_TRACE(argument ? argument : "no argument");
         const Outcome run = convert("", argument);
-        EXPECT_EQ(readFile(kTests + "usage"), run.out);
+        EXPECT_EQ(readFile(kTests + "usage.expected"), run.out);
         EXPECT_EQ(1, run.status);
     }
 }
 
 TEST(Report, TakesThePathFromAroundTheFirstSwitch) {
-    const std::pair<std::string, int> kArguments[] = {
-        {kExamples + "/rwpm:alpha.ini", 0},             // which may stand anywhere
-        {"/rwpm:/rwpm:" + kExamples + "alpha.ini", 1},  // the second one is part of the path
-        {"/RWPM:" + kExamples + "alpha.ini", 1},        // so is one in another case
+    const struct {
+        const char* rule;
+        std::string argument;
+        int status;
+    } kArguments[] = {
+        {"the switch may stand anywhere", kExamples + "/rwpm:alpha.ini", 0},
+        {"a second switch is part of the path", "/rwpm:/rwpm:" + kExamples + "alpha.ini", 1},
+        {"the case of the switch counts", "/RWPM:" + kExamples + "alpha.ini", 1},
     };
-    for (const auto& [argument, status] : kArguments)
-        EXPECT_EQ(status, convert(kExamples + "cd", argument.c_str()).status) << argument;
+    for (const auto& row : kArguments)
+        EXPECT_EQ(row.status, convert(kExamples + "cd", row.argument.c_str()).status) << row.rule;
 }
 
 TEST(Report, EndsWhateverStandsInThePlaceOfAFile) {
@@ -85,7 +89,7 @@ TEST(Report, EndsWhateverStandsInThePlaceOfAFile) {
     }
 }
 
-TEST(Report, PassesOverOutputErrors) {
+TEST(Report, EndsWellInSpiteOfOutputErrors) {
     int ends[2] = {};
     ASSERT_EQ(0, pipe(ends));
     close(ends[0]);  // nobody reads

@@ -8,7 +8,7 @@ TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
     EXPECT_EQ("4294967295", CString(UINT_MAX));
     EXPECT_EQ("-12", CString(-12L));
-    EXPECT_EQ("-1.23457e+06", CString(-1234567.0));  // six digits
+    EXPECT_EQ("-1.23457e+06", CString(-1234567.0)) << "six digits";
     const std::pair<CString, int> kNumbers[] = {
         {" \t-12a", -12}, {"010", 10}, {"2147483648", INT_MAX}, {"-9999999999999999", INT_MIN}};
     for (const auto& [text, number] : kNumbers) EXPECT_EQ(number, text.ToInt()) << text;
@@ -26,8 +26,8 @@ TEST(Strings, AssignAppendAndSubtractEvenThemselves) {
     s += '\0';
     s += 'g';
     EXPECT_EQ("cdefefg", s);
-    s -= CString("ef");  // only the first one
-    EXPECT_EQ("cdefg", s);
+    s -= CString("ef");
+    EXPECT_EQ("cdefg", s) << "only the first one goes";
     s -= "ef";
     EXPECT_EQ("cdg", s);
     s = 'x';
@@ -40,27 +40,27 @@ TEST(Strings, AddUpAndCompareWithOperandsThatChange) {
     CString s = "x";
     EXPECT_EQ("axbyc", "a" + s + "b" + 'y' + CString("c"));
     EXPECT_EQ("yxx", 'y' + (s + s));
-    EXPECT_TRUE(s.AddPath("d") == s);  // whichever operand is read first
+    EXPECT_TRUE(s.AddPath("d") == s) << "whichever operand is read first";
     EXPECT_EQ("/d/d", s.GetPath("/d/f") + s);
 }
 
 TEST(Strings, CompareByBytesAndWithNullTexts) {
-    EXPECT_LT(CString("z"), "\xE4");  // bytes are unsigned
-    EXPECT_GT(CString(), kNull);      // null comes before all, and equals none
+    EXPECT_LT(CString("z"), "\xE4") << "bytes are unsigned";
+    EXPECT_GT(CString(), kNull) << "null comes before all, and equals none";
     EXPECT_TRUE(CString("aBc").EqualsNoCase("AbC"));
 }
 
 TEST(Strings, AreSearchedAndTrimmed) {
     CString s = "aaaa";
-    EXPECT_EQ(2, s.Find("aa", 3));              // occurrences overlap
-    EXPECT_EQ(2, s.GetNumberOccurances("aa"));  // but are not counted so
+    EXPECT_EQ(2, s.Find("aa", 3)) << "occurrences may overlap";
+    EXPECT_EQ(2U, s.GetNumberOccurances("aa")) << "those that overlap are not counted";
     s = " \tkey = v\r\n";
-    EXPECT_STREQ("key = v\r", s.Trim());  // carriage return is no blank
+    EXPECT_STREQ("key = v\r", s.Trim()) << "carriage return is not a blank";
 }
 
 TEST(Strings, ChangeCaseInPlaceOrInACopy) {
-    CString s = "ab1\xE4[`{";  // only ASCII letters have a case
-    EXPECT_EQ("AB1\xE4[`{", s.Upper());
+    CString s = "ab1\xE4[`{";
+    EXPECT_EQ("AB1\xE4[`{", s.Upper()) << "only ASCII letters have a case";
     EXPECT_EQ("aB1\xE4[`{", s.ToUpper(1));
     EXPECT_EQ("ab1\xE4[`{", s.ToLower());
 }
@@ -74,9 +74,16 @@ TEST(Strings, KeepStillWhileLocked) {
     EXPECT_STREQ("a;b;c", buffer);
     for (int i = 0; i < 10; ++i) buffer[i] = '7';  // all that was promised, but no NUL
     EXPECT_TRUE(s.ReleaseBuffer());
-    EXPECT_EQ("", s.StrTok());  // the walk has ended
+    EXPECT_EQ("", s.StrTok()) << "the walk has ended";
     EXPECT_STREQ("777", s.GetBuffer(3));
-    EXPECT_STREQ("777", s.GetBuffer(0));  // unlocks
+    EXPECT_STREQ("777", s.GetBuffer(0)) << "a locked string is unlocked, not emptied";
     s.Converter(CString("abc").GetCharString(), 2);
     EXPECT_EQ("ab", s);
+}
+
+TEST(Strings, MakeArraysOfBytes) {
+    const std::unique_ptr<char[]> empty(CString::CreateCharString(3));
+    EXPECT_STREQ("", empty.get());
+    const Outcome run = inChild([] { return CString::CreateCharString(INT_MAX + 1U) ? 3 : 4; });
+    EXPECT_EQ(1, run.status) << "a text that is too long is fatal";
 }

@@ -51,10 +51,10 @@ inline Outcome inChild(const std::function<int()>& body, const std::string& inpu
     std::fflush(nullptr);  // what is buffered here must not be printed there as well
     const pid_t child = fork();
     if (child == 0) {
-        const bool ready = std::freopen(in.c_str(), "r", stdin) &&
-                           std::freopen(out.c_str(), "w", stdout) &&
-                           std::freopen(err.c_str(), "w", stderr);
-        std::exit(ready ? body() : 97);
+        const bool isReady = std::freopen(in.c_str(), "r", stdin) &&
+                             std::freopen(out.c_str(), "w", stdout) &&
+                             std::freopen(err.c_str(), "w", stderr);
+        std::exit(isReady ? body() : 97);
     }
     int status = 0;
     waitpid(child, &status, 0);

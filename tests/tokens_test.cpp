@@ -3,11 +3,11 @@
 using testing::ElementsAre;
 
 TEST(Tokens, AreCountedAndFetched) {
-    const CString list = " a ,, b ";  // the list is trimmed, its tokens are not
+    const CString list = " a ,, b ";
     EXPECT_EQ(3U, list.GetNumberTokens(","));
-    EXPECT_EQ("a ", list.GetToken(0, ","));
+    EXPECT_EQ("a ", list.GetToken(0, ",")) << "the list is trimmed, its tokens are not";
     EXPECT_EQ("", list.GetToken(3, ","));
-    EXPECT_EQ(2U, list.GetNumberTokens(", "));  // the separator is a text, not a set
+    EXPECT_EQ(2U, list.GetNumberTokens(", ")) << "the separator is a text, not a set";
     EXPECT_EQ("", list.GetToken(0, ""));
 }
 
@@ -15,36 +15,38 @@ TEST(Tokens, AreParsedTrimmed) {
     CString list = " A ; \t;B\n", out[4] = {"", "", "", "kept"};
     EXPECT_EQ(3U, list.ParseTokens(out, 4, ";"));
     EXPECT_THAT(out, ElementsAre("A", "", "B", "kept"));
-    CString parts[2] = {"a;b;c"};  // the list is the first to be overwritten
+    CString parts[2] = {"a;b;c"};
     EXPECT_EQ(2U, parts[0].ParseTokens(parts, 2, ";"));
-    EXPECT_THAT(parts, ElementsAre("a", "b"));
-    EXPECT_EQ("c", parts[0].StrTok());  // a walk goes on behind them
+    EXPECT_THAT(parts, ElementsAre("a", "b")) << "a token may replace the list";
+    EXPECT_EQ("c", parts[0].StrTok()) << "a walk goes on after the last token";
 }
 
 TEST(Tokens, AreWalkedOverASnapshot) {
     CString list = "a;; b";
-    EXPECT_EQ("", list.StrTokIt());  // no walk yet
+    EXPECT_EQ("", list.StrTokIt()) << "there is no walk yet";
     EXPECT_EQ("a", list.StrTok(";"));
     list = "k:v:w";
-    for (const char* token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
+    for (const CString token : {"", " b", "", ""}) EXPECT_EQ(token, list.StrTok());
     EXPECT_EQ("k", list.StrTok(":"));
-    EXPECT_EQ("k:v:w", list.StrTok(","));  // ends the walk before it
-    EXPECT_EQ("", list.StrTok());
+    EXPECT_EQ("k:v:w", list.StrTok(","));
+    EXPECT_EQ("", list.StrTok()) << "the walk before has ended";
     EXPECT_EQ("k", list.StrTok(":"));
-    EXPECT_EQ("k:v:w", list.StrBreak(","));  // so does this
-    EXPECT_EQ("", list.StrBreak());
+    EXPECT_EQ("k:v:w", list.StrBreak(","));
+    EXPECT_EQ("", list.StrBreak()) << "the walk before has ended";
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
-    EXPECT_EQ(3, CString("  ba,a").FindToken("a", ","));  // in the trimmed list
-    EXPECT_EQ(-1, CString("a, b").FindToken("b", ","));   // tokens are not trimmed
-    EXPECT_EQ(0, CString("a").FindToken("x", ""));        // an empty separator is found at once
+    EXPECT_EQ(3, CString("  ba,a").FindToken("a", ",")) << "positions are in the trimmed list";
+    EXPECT_EQ(-1, CString("a, b").FindToken("b", ",")) << "tokens are not trimmed";
+    EXPECT_EQ(0, CString("a").FindToken("x", "")) << "an empty separator is found at once";
 }
 
-TEST(Tokens, AreSorted) {
+TEST(Tokens, AreInsertedAndSorted) {
     CString list = "pear,,Fig,a b,fig", blank = ",";
+    list.InsertToken("", "Fig", ",");
+    EXPECT_EQ("pear,,Fig,a b,fig", list) << "an empty token changes nothing";
     list.SortTokens(",");
-    EXPECT_EQ("Fig,a b,fig,pear", list);  // in byte order; empty ones go
+    EXPECT_EQ("Fig,a b,fig,pear", list) << "in byte order, without empty ones";
     blank.SortTokens(",");
-    EXPECT_EQ(",", blank);  // if all are empty, the text stays
+    EXPECT_EQ(",", blank) << "if all are empty, the text stays";
 }

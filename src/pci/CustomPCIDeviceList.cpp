@@ -103,6 +103,30 @@ bool isListed(const PCIDevice& device, CString positions) {
                        [&](const CString& position) { return isPositionOf(device, position); });
 }
 
+// The next item after this one that has the same name. Null if there is none.
+PCIDeviceItem* nextOfName(const PCIDeviceItem* item) {
+    PCIDeviceItem* other = item->next;
+    while (other && other->adapterName != item->adapterName) other = other->next;
+    return other;
+}
+
+// Counts the item and the later ones of its name, and sets the count of each.
+void countName(PCIDeviceItem* first) {
+    first->count = 1;
+    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item)) ++first->count;
+    PCIDeviceItem* item = first;
+    for (std::int32_t left = first->count; left > 1 && (item = nextOfName(item)); --left)
+        item->count = first->count;
+}
+
+// Numbers the item and the later ones of its name, but no more of them than its count says.
+void numberName(PCIDeviceItem* first) {
+    first->instance = 1;
+    PCIDeviceItem* item = first;
+    for (std::int32_t number = 2; number <= first->count && (item = nextOfName(item)); ++number)
+        item->instance = number;
+}
+
 void addName(CString& names, const CString& name) { names.AddToken(name, ","); }
 }  // namespace
 
@@ -131,12 +155,12 @@ CString CustomPCIDeviceList::getSystemID(CIniFile& configuration, const CString&
 
 void CustomPCIDeviceList::setMapFileLocation(CString path) { mapFileLocation = std::move(path); }
 
-void CustomPCIDeviceList::setSystemKeyword(CString keyword) { systemKeyword = std::move(keyword); }
+void CustomPCIDeviceList::setSystemKeyword(CString systemID) {
+    systemKeyword = std::move(systemID);
+}
 
 void CustomPCIDeviceList::setInputFile(CString path) {
-    if (inputFile) return;
-    inputFile = new (std::nothrow) CIniFile(std::move(path));
-    if (!inputFile) CString::OutOfMemory();
+    if (!inputFile) inputFile = CString::Required(new (std::nothrow) CIniFile(std::move(path)));
 }
 
 // Reads the number as strtoul does, but strtoul clamps a number that is too wide, and a device
@@ -181,8 +205,7 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
     if (!readFromInputFile) return PCIDeviceList::getNextPCIDevice();
     if (nextDeviceIndex >= getTotalNumEntries()) return nullptr;
 
-    PCIDeviceItem* item = new (std::nothrow) PCIDeviceItem;
-    if (!item) CString::OutOfMemory();
+    PCIDeviceItem* item = CString::Required(new (std::nothrow) PCIDeviceItem);
     const CString suffix = "." + CString(nextDeviceIndex);
     for (std::size_t i = 0; i != std::size(kDeviceKeys); ++i) {
         const CString text = inputFile->ReadString(kDeviceSection, kDeviceKeys[i].name + suffix);
@@ -204,9 +227,8 @@ int CustomPCIDeviceList::findEntry(int from) const {
     return inputFile ? inputFile->FindNumber(kDeviceSection, isDeviceKey, from) : -1;
 }
 
-// The file may give a total of thousands of millions and hold only a few entries. The next two
-// functions keep such a run short.
-
+// The total may be as high as INT_MAX in a file of a few device entries. A run that made an item
+// for each missing one, only to drop it again, would take minutes.
 int CustomPCIDeviceList::skipMissingEntries() {
     const int total = getTotalNumEntries(), next = findEntry(nextDeviceIndex);
     if (nextDeviceIndex < total) nextDeviceIndex = next < 0 ? total : std::min(next, total);
@@ -214,14 +236,15 @@ int CustomPCIDeviceList::skipMissingEntries() {
 }
 
 // Ends the process at once if memory cannot hold an item, and as much again for its texts, for each
-// entry that is left.
+// device entry that is left. Otherwise a run with such a total and a name for the IDs 0 would fill
+// the memory for minutes first. This relies on a kernel that refuses what it cannot give. One that
+// is set up to promise any size lets the trial pass; then the run ends where its memory ends.
 void CustomPCIDeviceList::requireMemoryForRest() const {
     const int left = getTotalNumEntries() - nextDeviceIndex;
     if (left <= 0) return;
     // Volatile, since a compiler may remove an allocation that is not used.
     void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
-    if (!trial) CString::OutOfMemory();
-    std::free(trial);
+    std::free(CString::Required(trial));
 }
 
 // ---------------------------------------------------------------- Naming
@@ -233,23 +256,23 @@ CString CustomPCIDeviceList::getDeviceINIFileEntry(const PCIDeviceItem* item) co
 }
 
 bool CustomPCIDeviceList::getNamedAdapters() {
-    CIniFile map(mapFileLocation);
+    CIniFile configuration(mapFileLocation);
     PCIDeviceItem** end = endOfList();
-    bool memoryRequired = false;
+    bool hasTriedMemory = false;
     while (PCIDeviceItem* item = getNextPCIDevice()) {
-        item->adapterName = map.ReadString(kMapSection, getDeviceINIFileEntry(item));
+        item->adapterName = configuration.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
             if (readsAsMissing(*item)) skipMissingEntries();  // they have no name either
             delete item;
             continue;
         }
         // The missing entries have a name, so all of them will be in the list.
-        if (readsAsMissing(*item) && !std::exchange(memoryRequired, true)) requireMemoryForRest();
-        item->adapterType = map.ReadString(item->adapterName, kTypeKey);
+        if (readsAsMissing(*item) && !std::exchange(hasTriedMemory, true)) requireMemoryForRest();
+        item->adapterType = configuration.ReadString(item->adapterName, kTypeKey);
         *end = item;
         end = &item->next;
     }
-    map.Flush();
+    configuration.Flush();
     return true;
 }
 
@@ -283,21 +306,10 @@ bool CustomPCIDeviceList::labelOnBoardAdapters() {
 }
 
 bool CustomPCIDeviceList::countDuplicateAdapters() {
+    // An item that has its numbers already is not the first one of its name.
     for (PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->count >= 1) continue;
-        item->count = 1;
-        for (const PCIDeviceItem* other = item->next; other; other = other->next)
-            if (other->adapterName == item->adapterName) ++item->count;
-        if (item->count == 1) continue;
-        for (PCIDeviceItem* other = item->next; other; other = other->next)
-            if (other->adapterName == item->adapterName) other->count = item->count;
-    }
-    for (PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->instance >= 1) continue;
-        item->instance = 1;
-        std::int32_t next = 2;
-        for (PCIDeviceItem* other = item->next; other && next <= item->count; other = other->next)
-            if (other->adapterName == item->adapterName) other->instance = next++;
+        if (item->count < 1) countName(item);
+        if (item->instance < 1) numberName(item);
     }
     return true;
 }
@@ -341,17 +353,17 @@ void CustomPCIDeviceList::sortDevicesByType() {
             addName(*group, item->adapterName);
         addName(allDevices, item->adapterName);
     }
-    CIniFile map(mapFileLocation);
+    CIniFile configuration(mapFileLocation);
     for (const char* name : kSystemAdapters) {
-        const CString systems = map.ReadString(name, kSystemsKey);
-        // An empty keyword is part of every text, but IsSubstring never finds it.
+        const CString systems = configuration.ReadString(name, kSystemsKey);
+        // An empty identifier is part of every text, but IsSubstring never finds it.
         if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) continue;
         addName(serviceProcessorDevices, name);
         addName(allDevices, name);
     }
     cdromDevices = kCDROMAdapter;
     addName(allDevices, kCDROMAdapter);
-    map.Flush();
+    configuration.Flush();
 }
 
 CString CustomPCIDeviceList::getDASDDevices() const { return dasdDevices; }

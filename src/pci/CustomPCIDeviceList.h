@@ -90,8 +90,8 @@ public:
 
     // --- Set-up, in this order ---
 
-    void setMapFileLocation(CString path);  ///< The system configuration file.
-    void setSystemKeyword(CString keyword);
+    void setMapFileLocation(CString path);    ///< The system configuration file.
+    void setSystemKeyword(CString systemID);  ///< The system identifier.
     void setInputFile(CString path);  ///< Loads the detection file. A second call does nothing.
     /// Does INIT_FROM_INPUT_FILE first, then the other steps in the order above.
     /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. Without any other flag
@@ -100,12 +100,12 @@ public:
 
     // --- The steps ---
 
-    /// A new item for the next entry of the detection file, which the caller owns. Null if there is
-    /// no further entry or no detection file. A missing key gives 0. Before INIT_FROM_INPUT_FILE,
-    /// returns the next item of the base class's source instead.
+    /// A new item for the next device entry of the detection file, which the caller owns. Null if
+    /// there is no further one or no detection file. A missing key gives 0. Before
+    /// INIT_FROM_INPUT_FILE, returns the next item of the base class's source instead.
     PCIDeviceItem* getNextPCIDevice();
     /// Fills the list with the devices that the system configuration file names, in the order of
-    /// their entries. Always true.
+    /// the device entries. Always true.
     bool getNamedAdapters();
     /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
     /// the first four positions that the per-system file lists for its name. Always true.
@@ -114,22 +114,22 @@ public:
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;
     /// The path of the per-system file on the CD. Its name is the text after the first "_" of the
-    /// system keyword and ".ini", or the same in lower case if no such file can be opened. "" if
-    /// neither can be opened, or the keyword has no "_".
+    /// system identifier and ".ini", or the same in lower case if no such file can be opened. "" if
+    /// neither can be opened, or the identifier has no "_".
     CString getSysINIPathName() const;
     /// Gives the two paths that getSysINIPathName() tries, in that order. Returns false, and leaves
-    /// both unchanged, if the system keyword has no "_".
+    /// both unchanged, if the system identifier has no "_".
     bool getSysINICandidates(CString& asWritten, CString& inLowerCase) const;
 
-    // --- The entries of the detection file. The file may have fewer than its total says. ---
+    // --- The device entries. The file may have fewer than its total says. ---
 
     /// The total in the file, which may be negative. 0 if there is no detection file.
     int getTotalNumEntries() const;
-    /// The smallest number, from `from` on, of an entry that has a key in the file. -1 if there is
-    /// none. The number may be above the total.
+    /// The smallest number, from `from` on, of a device entry that has a key in the file. -1 if
+    /// there is none. The number may be above the total.
     int findEntry(int from) const;
-    /// Moves getNextPCIDevice() forward to the next entry that has a key in the file, but at most
-    /// to the total. Returns the number of the entry to read next.
+    /// Moves getNextPCIDevice() forward to the next device entry that has a key in the file, but at
+    /// most to the total. Returns the number of the device entry to read next.
     int skipMissingEntries();
 
     // --- Grouping ---
@@ -154,8 +154,8 @@ private:
     void requireMemoryForRest() const;
     CString* listOf(Group group);
 
-    CString mapFileLocation;
-    CString systemKeyword;
+    CString mapFileLocation;  // the path of the system configuration file
+    CString systemKeyword;    // the system identifier
     CString dasdDevices;
     CString networkDevices;
     CString systemDevices;
@@ -166,5 +166,5 @@ private:
     CString onBoardDevices;
     bool readFromInputFile = false;
     CIniFile* inputFile = nullptr;  // the detection document; null before setInputFile()
-    int nextDeviceIndex = 0;        // the next entry to read; only grows, at most to the total
+    int nextDeviceIndex = 0;  // the next device entry to read; only grows, at most to the total
 };

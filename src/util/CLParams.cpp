@@ -9,10 +9,10 @@ CString fold(const CString& text, bool bCaseSensitive) {
     return bCaseSensitive ? text : text.Upper();
 }
 
-bool isNamed(const CCLParams::CLParamDef& entry, const CString& argument, bool bCaseSensitive) {
-    const CString name = fold(entry.sName, bCaseSensitive);
+bool isNamed(const CCLParams::CLParamDef& parameter, const CString& argument, bool bCaseSensitive) {
+    const CString name = fold(parameter.sName, bCaseSensitive);
     const CString text = fold(argument, bCaseSensitive);
-    switch (entry.eMode) {
+    switch (parameter.eMode) {
         case CCLParams::CLSwitch:
             return text == name;
         case CCLParams::CLParam:
@@ -44,25 +44,25 @@ void appendArgument(CString& value, const CString& argument) {
 // ---------------------------------------------------------------- Declaring
 
 bool CCLParams::Add(CString name, CLParamModes mode, bool bRequired) {
-    CLParamDef* entry = MakeNewNode();
-    if (!entry) return false;
-    entry->sName = std::move(name);
-    entry->eMode = mode;
-    entry->bRequired = bRequired;
+    CLParamDef* parameter = MakeNewNode();
+    if (!parameter) return false;
+    parameter->sName = std::move(name);
+    parameter->eMode = mode;
+    parameter->bRequired = bRequired;
     return true;
 }
 
 CCLParams::CLParamDef* CCLParams::MakeNewNode() {
-    CLParamDef* entry = new (std::nothrow) CLParamDef;
-    if (!entry) return nullptr;
+    CLParamDef* parameter = new (std::nothrow) CLParamDef;
+    if (!parameter) return nullptr;
     if (m_pFirst) {
-        entry->pPrev = m_pFirst->pPrev;
-        entry->pPrev->pNext = entry;
+        parameter->pPrev = m_pFirst->pPrev;
+        parameter->pPrev->pNext = parameter;
     } else {
-        m_pFirst = entry;
+        m_pFirst = parameter;
     }
-    m_pFirst->pPrev = entry;
-    return entry;
+    m_pFirst->pPrev = parameter;
+    return parameter;
 }
 
 void CCLParams::DeleteNodes() {
@@ -73,8 +73,8 @@ void CCLParams::DeleteNodes() {
 
 int CCLParams::Parse(int argc, const char* const* argv, bool bCaseSensitive) {
     m_bCaseSensitive = bCaseSensitive;
-    int result = kParsed;
-    for (int index = 1; index < argc && result == kParsed;) result = match(index, argc, argv);
+    int result = kParsed, index = 1;
+    while (index < argc && result == kParsed) result = match(index, argc, argv);
 
     const CString program = argc > 0 ? argv[0] : "";
     unsigned characters = program.GetFileName().GetLength();
@@ -86,8 +86,8 @@ int CCLParams::Parse(int argc, const char* const* argv, bool bCaseSensitive) {
     return result;
 }
 
-// Offers the argument at `index` to the entries in order. The first entry that accepts it moves
-// `index` past all arguments that it takes.
+// Offers the argument at `index` to the parameters in order. The first parameter that accepts it
+// moves `index` past all arguments that it takes.
 int CCLParams::match(int& index, int argc, const char* const* argv) {
     const CString argument = argv[index];
     for (CLParamDef* p = m_pFirst; p; p = p->pNext) {
@@ -106,10 +106,10 @@ int CCLParams::match(int& index, int argc, const char* const* argv) {
     return kMismatch;
 }
 
-bool CCLParams::accepts(const CLParamDef& entry, const CString& argument) const {
-    if (entry.eMode == CLPathParam && entry.sName.IsEmpty())
+bool CCLParams::accepts(const CLParamDef& parameter, const CString& argument) const {
+    if (parameter.eMode == CLPathParam && parameter.sName.IsEmpty())
         return !IsSwitch(argument, m_bCaseSensitive);
-    return isNamed(entry, argument, m_bCaseSensitive);
+    return isNamed(parameter, argument, m_bCaseSensitive);
 }
 
 bool CCLParams::IsSwitch(CString argument, bool bCaseSensitive) const {
@@ -144,16 +144,16 @@ const CCLParams::CLParamDef* CCLParams::find(const CString& name) const {
 }
 
 bool CCLParams::GetValue(CString name, CString& value) const {
-    const CLParamDef* entry = find(name);
-    value = entry ? entry->sValue : "";
-    return entry && entry->bFound;
+    const CLParamDef* parameter = find(name);
+    value = parameter ? parameter->sValue : "";
+    return parameter && parameter->bFound;
 }
 
 bool CCLParams::GetValue(unsigned position, CString& value) const {
-    const CLParamDef* entry = position == 0 ? nullptr : m_pFirst;
-    while (entry && --position != 0) entry = entry->pNext;
-    value = entry ? entry->sValue : "";
-    return entry && entry->bFound;
+    const CLParamDef* parameter = position == 0 ? nullptr : m_pFirst;
+    while (parameter && --position != 0) parameter = parameter->pNext;
+    value = parameter ? parameter->sValue : "";
+    return parameter && parameter->bFound;
 }
 
 bool CCLParams::GetValue(CString name) const {

@@ -22,8 +22,8 @@ CString g_sBuffer;
 
 // The size of the buffer for a text of this length. A short text gets exactly what it needs, since
 // documents hold many. A long one gets up to a sixteenth more, so that the name lists of a large
-// machine are seldom moved while they grow: with exact sizes its report takes a fifth longer. The
-// size depends on the length alone, so no member has to keep it.
+// machine are seldom moved while they grow. The size depends on the length alone, so no member has
+// to keep it.
 std::size_t roomFor(std::size_t length) {
     unsigned shift = 0;
     while (length >> shift >= 32) ++shift;
@@ -37,8 +37,8 @@ static_assert(CPool::kLargest < std::numeric_limits<SizeByte>::max());
 
 char* allocate(std::size_t length) {
     const std::size_t size = sizeof(SizeByte) + roomFor(length);
-    auto* block = length <= INT_MAX ? static_cast<SizeByte*>(CPool::Allocate(size)) : nullptr;
-    if (!block) CString::OutOfMemory();
+    auto* block = static_cast<SizeByte*>(
+        CString::Required(length <= INT_MAX ? CPool::Allocate(size) : nullptr));
     *block = static_cast<SizeByte>(std::min(size, CPool::kLargest + 1));
     return reinterpret_cast<char*>(block + 1);
 }
@@ -78,9 +78,9 @@ struct AnyOf {
 
 // The text without the characters of a set at its left end, its right end, or both.
 template <class IsInSet>
-std::string_view trimmed(std::string_view text, IsInSet isInSet, bool left, bool right) {
-    while (left && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
-    while (right && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
+std::string_view trimmed(std::string_view text, IsInSet isInSet, bool trimsLeft, bool trimsRight) {
+    while (trimsLeft && !text.empty() && isInSet(text.front())) text.remove_prefix(1);
+    while (trimsRight && !text.empty() && isInSet(text.back())) text.remove_suffix(1);
     return text;
 }
 
@@ -115,7 +115,8 @@ void CString::release() {
 }
 
 // Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
-// Keeps the buffer if the buffer of a text as long as the present one has room for the result.
+// The buffer has at least the room that the present text needs. If that is enough for the result,
+// the buffer stays.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return release();
@@ -281,8 +282,7 @@ bool CString::ReleaseBuffer() {
 }
 
 char* CString::CreateCharString(unsigned n) {
-    char* text = n <= INT_MAX ? new (std::nothrow) char[std::size_t{n} + 1] : nullptr;
-    if (!text) OutOfMemory();
+    char* text = Required(n <= INT_MAX ? new (std::nothrow) char[std::size_t{n} + 1] : nullptr);
     *text = '\0';
     return text;
 }
@@ -297,10 +297,8 @@ char* CString::GetCharString() const {
 void CString::BufferInit() {
     if (tokenBuffersReady) return;
     tokenBuffersReady = true;
-    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator}) {
-        *string = new (std::nothrow) CString;
-        if (!*string) OutOfMemory();
-    }
+    for (CString** string : {&tokenWork, &tokenRest, &tokenSeparator})
+        *string = Required(new (std::nothrow) CString);
 }
 
 void CString::deleteTokenBuffers() {
@@ -347,9 +345,9 @@ unsigned CString::GetNumberOccurances(CString sub) const {
 // ---------------------------------------------------------------- Trimming and substrings
 
 template <class IsInSet>
-const char* CString::trim(IsInSet isInSet, bool left, bool right) {
+const char* CString::trim(IsInSet isInSet, bool trimsLeft, bool trimsRight) {
     if (lockedLength != 0) return "";
-    store(0, trimmed(buffer, isInSet, left, right));
+    store(0, trimmed(buffer, isInSet, trimsLeft, trimsRight));
     return buffer;
 }
 
@@ -389,12 +387,12 @@ bool CString::RemoveSubstring(CString sub) {
 // ---------------------------------------------------------------- Tokens
 
 // Splits the current token at its first separator. Without a separator, changes nothing.
-void CString::divide(const CString& sep, bool keepSeparator) {
+void CString::divide(const CString& sep, bool keepsSeparator) {
     const char* rest = tokenWork->buffer;
     std::string_view head;
     if (!takeToken(rest, sep, head)) return;
     tokenRest->Assign(rest);
-    tokenWork->Assign({head.data(), keepSeparator ? lengthOf(head.data(), rest) : head.size()});
+    tokenWork->Assign({head.data(), keepsSeparator ? lengthOf(head.data(), rest) : head.size()});
 }
 
 CString CString::StrTok(CString sep) {
@@ -456,10 +454,11 @@ int CString::FindToken(CString token, CString sep) const {
     if (text.IsEmpty()) return -1;
     const char* rest = text.buffer;
     std::string_view found;
-    for (bool goesOn = true; goesOn;) {
-        goesOn = takeToken(rest, sep, found);
+    bool hasNext;
+    do {
+        hasNext = takeToken(rest, sep, found);
         if (found == token.buffer) return static_cast<int>(found.data() - text.buffer);
-    }
+    } while (hasNext);
     return -1;
 }
 
@@ -589,13 +588,13 @@ const char* CString::MakePath(CString /*drive*/, CString directory, CString name
 }
 
 const char* CString::AddPath(CString part) {
-    const bool ends = GetLastChar() == '/', begins = part[0] == '/';
+    const bool endsInSlash = GetLastChar() == '/', beginsWithSlash = part[0] == '/';
     if (IsEmpty() || part.IsEmpty())
         *this += part;
-    else if (ends && begins)
+    else if (endsInSlash && beginsWithSlash)
         *this += part.buffer + 1;
     else
-        *this += ends || begins ? part : "/" + part;
+        *this += endsInSlash || beginsWithSlash ? part : "/" + part;
     return buffer;
 }
 

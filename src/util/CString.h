@@ -177,9 +177,15 @@ public:
     void BufferRelease() {
         if (tokenBuffersReady) deleteTokenBuffers();
     }
-    /// Prints the fatal report that memory has run out and exits with status 1. For every failed
-    /// allocation that has no other answer.
+    /// Prints the fatal report that memory has run out and exits with status 1.
     [[noreturn]] static void OutOfMemory();
+    /// Returns the result of an allocation, which is fatal if it is null. For every allocation
+    /// whose failure has no other answer: `item = CString::Required(new (std::nothrow) Item)`.
+    template <class Memory>
+    static Memory* Required(Memory* memory) {
+        if (!memory) OutOfMemory();
+        return memory;
+    }
 
     // --- Search ---
 
@@ -297,8 +303,8 @@ private:
     void store(std::size_t kept, std::string_view tail);
     void adopt(char* text);
     template <class IsInSet>
-    const char* trim(IsInSet isInSet, bool left, bool right);
-    void divide(const CString& sep, bool keepSeparator);
+    const char* trim(IsInSet isInSet, bool trimsLeft, bool trimsRight);
+    void divide(const CString& sep, bool keepsSeparator);
     CString pathPart(int which) const;
     CString convert(int (*fold)(int));
     CString convert(unsigned i, int (*fold)(int));

@@ -31,9 +31,9 @@ bool isKind(int kind) { return kind > 0 && kind <= CErrorHandler::ecTcpIp; }
 bool readYes() {
     int c = std::getchar();
     while (std::isspace(c)) c = std::getchar();
-    const bool yes = c == 'y' || c == 'Y';
+    const bool isYes = c == 'y' || c == 'Y';
     while (c != '\n' && c != EOF) c = std::getchar();
-    return yes;
+    return isYes;
 }
 }  // namespace
 

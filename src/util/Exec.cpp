@@ -33,7 +33,7 @@ CString wordsFor(int error) {
     return words;
 }
 
-// Fills the argument vector, which has room for all words and a null entry, with copies of the
+// Fills the argument vector, which has room for all words and a null pointer, with copies of the
 // words of the line. Removes the directory from the first word. Returns that word as it was typed.
 CString splitCommand(CString line, char** arguments) {
     CString program;
@@ -87,7 +87,7 @@ bool CExec::Execute() {
     if (m_sCommand.IsEmpty()) return false;
     CString line = m_sCommand;
     line.Trim();
-    // A word for each token, or the program if there are no words, and the null entry.
+    // A word for each token, or the program if there are no words, and the null pointer.
     char** arguments = new (std::nothrow) char*[line.GetNumberTokens(" ") + 2]();
     if (!arguments) return false;
     const CString program = splitCommand(line, arguments);

@@ -24,8 +24,9 @@ bool isEndless(const CString& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// The first size of the block that a file is read into. Doubled repeatedly, it comes close to
-// INT_MAX.
+// The size of the block that a file is read into, which is doubled for a line that fills it. No
+// string is longer than INT_MAX. Doublings of 16 * 1024 would end at half of that; these end just
+// below it.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
 // Only ASCII letters have a case.
@@ -35,27 +36,28 @@ bool isSameLetter(char a, char b) {
     return a == b || ((a ^ b) == kCaseBit && lower >= 'a' && lower <= 'z');
 }
 
+inline const char* skipBlanks(const char* text) {
+    while (CString::IsBlank(*text)) ++text;
+    return text;
+}
+
 // If the text begins with the name, the rest after the name and its blanks; otherwise null. Inline
 // and without a copy, since a lookup calls it for every line.
 inline const char* skipName(const char* text, std::string_view name) {
     for (std::size_t i = 0; i != name.size(); ++i)
         if (!isSameLetter(text[i], name[i])) return nullptr;
-    text += name.size();
-    while (CString::IsBlank(*text)) ++text;
-    return text;
+    return skipBlanks(text + name.size());
 }
 
-// Whether a line can have this name. In a line, `end` ends a name and the blanks after it do not
-// count. Those before it are skipped or trimmed away, so a name that begins with one never matches.
+// Whether a line can have this name. In a line, a name ends before the first `end` and the blanks
+// there. Without this test, the line "K  = 1" would match the key "K ", and "K== 1" the key "K=".
 bool isName(std::string_view name, char end) {
     return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
 }
 
 bool isHeaderOf(std::string_view section, const char* line) {
     if (!isHeader(line)) return false;
-    do ++line;
-    while (CString::IsBlank(*line));
-    const char* rest = skipName(line, section);
+    const char* rest = skipName(skipBlanks(line + 1), section);
     return rest && (*rest == ']' || *rest == '\0') && isName(section, ']');
 }
 
@@ -88,6 +90,13 @@ CIniFile::IniLineDef* findLine(CIniFile::IniLineDef* line, IsWanted isWanted) {
 // Whether the result of findLine is a line that was wanted.
 bool isFound(const CIniFile::IniLineDef* line) { return line && !isHeader(line->sLine.c_str()); }
 
+// The last line of the document that begins with `first`. The first line may lack its link to it.
+const CIniFile::IniLineDef* lastLine(const CIniFile::IniLineDef* first) {
+    if (first->pPrev) return first->pPrev;
+    while (first->pNext) first = first->pNext;
+    return first;
+}
+
 // The number after the last "." in the key of a numbered entry, and the name before it. -1 if the
 // line is not one: a number with leading zeros does not count.
 int numberOf(const char* line, std::string_view& name) {
@@ -112,9 +121,7 @@ CIniFile::IniLineDef* makeLine(std::string_view text) {
 }  // namespace
 
 void* CIniFile::IniLineDef::operator new(std::size_t size) {
-    void* record = CPool::Allocate(size);
-    if (!record) CString::OutOfMemory();
-    return record;
+    return CString::Required(CPool::Allocate(size));
 }
 
 void* CIniFile::IniLineDef::operator new(std::size_t size, const std::nothrow_t&) noexcept {
@@ -144,10 +151,7 @@ bool CIniFile::FindItem(CString section, CString key, CString& line) {
         p = findLine(p,
                      [&](const char* text) { return isEntryOf(name, text) && !isComment(text); });
     // Copies only the last line visited, not each of them.
-    const IniLineDef* last = p ? p : m_pFirstLine->pPrev;
-    if (!last)  // the first line may lack its link
-        for (last = m_pFirstLine; last->pNext;) last = last->pNext;
-    line = last->sLine;
+    line = (p ? p : lastLine(m_pFirstLine))->sLine;
     return isFound(p);
 }
 
@@ -249,11 +253,11 @@ bool CIniFile::setEntry(IniLineDef* first, std::string_view key, std::string_vie
     return true;
 }
 
-// Adds a line to the section that begins at `first`, unless it would be a forbidden duplicate. An
-// empty line never is.
+// Adds a line without a key to the section that begins at `first`. Returns false if the line must
+// be new and the section has it. An empty text adds nothing, so it need not be new.
 bool CIniFile::addBareLine(IniLineDef* first, std::string_view text, bool bAllowDuplicate) {
-    const bool isRefused = !bAllowDuplicate && !text.empty();
-    IniLineDef* line = findLine(first, [&](const char* bare) { return isRefused && text == bare; });
+    const bool mustBeNew = !bAllowDuplicate && !text.empty();
+    IniLineDef* line = findLine(first, [&](const char* bare) { return mustBeNew && text == bare; });
     return !isFound(line) && addToSection(line, text);
 }
 
@@ -290,10 +294,10 @@ bool CIniFile::WriteIniFile() {
 bool CIniFile::WriteIniFile(CString path) {
     CMyFileIO file;
     if (!file.OpenFile(std::move(path), "w+")) return false;
-    bool written = true;
-    for (const IniLineDef* p = m_pFirstLine; p && written; p = p->pNext)
-        written = file.WriteStringNL(p->sLine);
-    return written;
+    bool isWritten = true;
+    for (const IniLineDef* p = m_pFirstLine; p && isWritten; p = p->pNext)
+        isWritten = file.WriteStringNL(p->sLine);
+    return isWritten;
 }
 
 // ---------------------------------------------------------------- Loading

@@ -56,10 +56,47 @@ private:
         m_text = m_string.GetBuffer(m_room);
     }
 
-    unsigned m_length = 0, m_room = 63;  // doubled again and again, it comes close to INT_MAX
+    // No string is longer than INT_MAX. Doublings of 64 would end at half of that; these end just
+    // below it.
+    unsigned m_length = 0, m_room = 63;
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
 };
+
+// Adds the next line with its line feed. Returns false if the file ends before one.
+bool gatherLine(std::FILE* file, Gatherer& line) {
+    for (int c; (c = getc_unlocked(file)) != EOF;) {
+        if (!isDropped(c)) line.add(static_cast<char>(c));
+        if (c == '\n') return true;
+    }
+    return false;
+}
+
+// In the version resource of an executable, the key "FileVersion" and its value are UTF-16,
+// little-endian. Three zeros end each of them: the upper byte of the last letter and a final NUL.
+
+// Reads up to the last letter of the key, which is not compared. False at the end of the file.
+bool skipToVersion(std::FILE* file) {
+    static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
+    constexpr unsigned kLength = sizeof kPattern;  // with the 0 that follows the "o"
+    unsigned matched = 0;
+    for (int c; matched < kLength && (c = getc_unlocked(file)) != EOF;)
+        matched = c == kPattern[matched] ? matched + 1 : 0;
+    return matched == kLength;
+}
+
+// Reads up to the end of a key or a value, and gives each byte that is not 0 to `take`. False at
+// the end of the file.
+template <class Take>
+bool readToZeros(std::FILE* file, Take take) {
+    constexpr unsigned kEndLength = 3;
+    unsigned zeros = 0;
+    for (int c; zeros < kEndLength && (c = getc_unlocked(file)) != EOF;) {
+        if (c != 0) take(static_cast<char>(c));
+        zeros = c == 0 ? zeros + 1 : 0;
+    }
+    return zeros == kEndLength;
+}
 }  // namespace
 
 // ---------------------------------------------------------------- Opening and closing
@@ -108,10 +145,7 @@ bool CMyFileIO::CloseFile() {
 
 bool CMyFileIO::ReadString(CString& line) {
     Gatherer text;
-    int c = 0;
-    while (m_bOpen && c != '\n' && (c = getc_unlocked(m_pFile)) != EOF)
-        if (!isDropped(c)) text.add(static_cast<char>(c));
-    if (c == EOF) m_bEOF = true;
+    if (m_bOpen && !gatherLine(m_pFile, text)) m_bEOF = true;
     line = text.text();
     return !line.IsEmpty();
 }
@@ -178,31 +212,15 @@ bool CMyFileIO::GetFiles(CString dir, CString& list) { return GetSubdirectories(
 // ---------------------------------------------------------------- Versions and comments
 
 bool CMyFileIO::GetFileVersion(CString path, CString& version) {
-    // The file holds the key "FileVersion" and its value in UTF-16, little-endian. Three zeros end
-    // each of them. The pattern is the start of the key: its last letter is not compared.
-    static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
-    constexpr unsigned kPatternLength = sizeof kPattern;  // with the 0 that follows the "o"
-    constexpr unsigned kEndLength = 3;
-
     CMyFileIO file(path);
     if (!file.Open("rb")) return false;
     Gatherer value;
-    unsigned matched = 0, zeros = 0;
-    bool inValue = false, complete = false;
-    for (int c; !complete && (c = getc_unlocked(file.m_pFile)) != EOF;) {
-        if (matched < kPatternLength) {
-            matched = c == kPattern[matched] ? matched + 1 : 0;
-            continue;
-        }
-        if (c != 0 && inValue) value.add(static_cast<char>(c));
-        zeros = c == 0 ? zeros + 1 : 0;
-        if (zeros < kEndLength) continue;
-        zeros = 0;
-        complete = inValue;
-        inValue = true;
-    }
+    const auto skip = [](char) {};
+    const auto gather = [&value](char c) { value.add(c); };
+    const bool isComplete = skipToVersion(file.m_pFile) && readToZeros(file.m_pFile, skip) &&
+                            readToZeros(file.m_pFile, gather);
     version += value.text();
-    return complete;
+    return isComplete;
 }
 
 int CMyFileIO::CompareFileVersion(CString first, CString second) {

@@ -49,8 +49,8 @@ public:
     /// a locked `line` keeps its text, and the result says whether that is empty. Use IsEOF() then.
     bool ReadString(CString& line);
     /// Reads up to `size` bytes and removes carriage returns and NULs. Does not add a NUL. Returns
-    /// how many bytes are left. 0 means the end of the file, a read error, a `size` of 0, or that
-    /// no file is open.
+    /// the length of the text that `block` then begins with. 0 means the end of the file, a read
+    /// error, a `size` of 0, or that no file is open.
     unsigned ReadBlock(char* block, unsigned size);
     /// The errno of the read error that ended the last ReadBlock(). 0 if there was none.
     int GetReadError() const { return m_nReadError; }

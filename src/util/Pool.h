@@ -48,8 +48,7 @@ private:
     };
 
     // The blocks of one size. Each size has its own chunks, so that the records of a document lie
-    // side by side and a walk reads memory in order. With shared chunks, a large document takes a
-    // sixth longer and a huge one a third.
+    // side by side and a walk reads memory in order.
     struct SizeClass {
         Unit* free;  // the freed blocks, the latest first
         Unit* cut;   // the unused rest of the latest chunk is from `cut` to `end`

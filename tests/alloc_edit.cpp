@@ -1,0 +1,27 @@
+// A program whose allocations the tests let fail. Makes a line, an array and a parameter. Then
+// edits a document of the sections A and B, in each of the ways in which lines come and change, and
+// prints it. The status is 2 if an edit was refused, and 3 if a parameter is missing that was
+// added.
+
+#include <new>
+
+#include "util/CLParams.h"
+#include "util/IniFile.h"
+
+alignas(CIniFile) static unsigned char g_room[sizeof(CIniFile)];
+
+int main(int, char* argv[]) {
+    // Before the document, since the pool would have room for a line of its own then.
+    delete new CIniFile::IniLineDef;
+    delete[] CString::CreateCharString(1000);
+    CCLParams params;
+    const bool isAdded = params.Add("/v", CCLParams::CLSwitch, false);
+    const char* words[] = {"edit", "/v"};
+    if ((params.Parse(2, words, true) == CCLParams::kParsed) != isAdded) return 3;
+
+    CIniFile& ini = *new (g_room) CIniFile(argv[1]);  // never destroyed: the file stays as it is
+    const bool isMade =
+        ini.WriteString("A", "K", "changed", false, false) && ini.WriteInteger("A", "N", 5) &&
+        ini.WriteString("B", "bare", false, false) && ini.WriteString("C", "K", "1", false, false);
+    return isMade && ini.WriteIniFile("/dev/stdout") ? 0 : 2;
+}
