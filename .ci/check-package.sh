@@ -36,7 +36,8 @@ checkContents() {
     find "$1" -name '*.gz' -exec gunzip {} +
     find "$1/usr" -type f -printf '%P\n' |
         grep -vE '^(bin|share/man/man[15]|share/lintian/overrides)/slotrpt[a-z.15-]*$' |
-        grep -vE '^share/doc/slotrpt/(copyright|changelog|CHANGELOG.md|examples/.*\.(ini|report|md))$' |
+        grep -vE '^share/doc/slotrpt/(copyright|changelog|CHANGELOG\.md)$' |
+        grep -vE '^share/doc/slotrpt/examples/.*\.(ini|report|md)$' |
         reject "what are these files for?"
     grep -rlF "$top" "$1" | reject "these files hold the path of the checkout"
     folders=$(git ls-tree -d --name-only HEAD | grep -v examples | paste -sd '|')

@@ -3,8 +3,8 @@
 # Runs every command of the README as it stands there, in order and in one shell, from the top of
 # the checkout. Needs root, since some commands install packages or files. The output that the
 # README shows below a command must be what the command prints. The input and the report that the
-# README shows first must be those of the example. If "..." shortens a text, the lines that are shown
-# must be in the full text, in this order. The commands for the own machine need a machine on
+# README shows first must be those of the example. If "..." shortens a text, the lines that are
+# shown must be in the full text, in this order. The commands for the own machine need a machine on
 # which lspci shows something. check-hosts.sh tries the commands for several hosts; the manual page
 # must show the same ones.
 set -eu

@@ -2,8 +2,8 @@
 #
 #     gnuplot -e "data = 'FOLDER'; set output 'CHART.svg'" chart.gnuplot
 #
-# FOLDER holds CD-PROGRAM.csv for two CDs and two programs. In each, "user" and "system" are CPU times
-# of a run in s, and the last column is the number of PCI functions.
+# FOLDER holds CD-PROGRAM.csv for two CDs and two programs. In each, "user" and "system" are CPU
+# times of a run in s, and the last column is the number of PCI functions.
 set terminal svg size 800,480 dynamic font "Helvetica,Arial,sans-serif,14" background "#ffffff"
 set datafile separator ","
 set logscale xy

@@ -152,8 +152,8 @@ function writeConfiguration(path, mapped,    i) {
     closeFile()
 }
 
-# A CD, and machines of 24 and of 1 to 4,096 functions for one of its systems. All of them begin with
-# the same functions.
+# A CD, and machines of 24 and of 1 to 4,096 functions for one of its systems. All of them begin
+# with the same functions.
 function makeSet(set, seed, mapped, sections,    folder, ini, total) {
     folder = out "/" set
     ini = folder "/cd/rwise/ini"

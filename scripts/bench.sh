@@ -4,8 +4,8 @@
 #
 #   scripts/bench.sh >build/figures.md
 #
-# The script judges no figure. It fails if slotrpt and the same conversion in awk, bench/convert.awk,
-# print different bytes.
+# The script judges no figure. It fails if slotrpt and the same conversion in awk,
+# bench/convert.awk, print different bytes.
 set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C
