@@ -21,13 +21,11 @@ awk="mawk -f bench/convert.awk"
 slotrpt="build/release/slotrpt"
 fleet="build/release/slotrpt-fleet"
 
-useCD() { export RWCD="$data/$1/cd"; }
-
 # measure OPTION...: runs hyperfine, which says on standard error how far it is.
 measure() { hyperfine -N --warmup 1 "$@" >&2; }
 
 for cd in large small; do
-    useCD "$cd"
+    export RWCD="$data/$cd/cd"
     for scan in "$data/$cd"/*.ini; do
         $awk "$scan" >"$data/expected"
         "$slotrpt" "/rwpm:$scan" | cmp - "$data/expected"
