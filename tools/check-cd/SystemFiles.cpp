@@ -5,12 +5,9 @@
 #include <cstddef>
 
 #include "common/inspect.h"
-#include "common/makeArray.h"
 #include "pci/CustomPCIDeviceList.h"
 
 SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
-    const auto total = static_cast<std::size_t>(systems.end() - systems.begin()) + 1;
-    files = makeArray<File>(2 * total);  // at most both spellings of each
     for (const Line* system : systems) {
         const CString& identifier = system->value;
         if (systems.find(identifier) != system || identifier.Find("_") < 0) continue;
@@ -25,20 +22,19 @@ SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
 bool SystemFiles::addFilesOf(const CString& system, unsigned order) {
     CString paths[2];
     const unsigned total = findSystemFiles(system, paths);
-    for (unsigned i = 0; i != total; ++i) files[count++] = {paths[i], order};
+    for (unsigned i = 0; i != total; ++i) files.append({paths[i], order});
     return total != 0;
 }
 
 // Several systems may share a file.
 void SystemFiles::dropRepeated() {
-    File* const first = files.get();
-    const auto sort = [&](auto comesBefore) { std::sort(first, first + count, comesBefore); };
+    const auto sort = [&](auto comesBefore) { std::sort(files.begin(), files.end(), comesBefore); };
     sort([](const File& a, const File& b) {
         const int order = a.path.Compare(b.path);
         return order != 0 ? order < 0 : a.order < b.order;
     });
     const File* const last = std::unique(
-        first, first + count, [](const File& a, const File& b) { return a.path == b.path; });
-    count = static_cast<std::size_t>(last - first);
+        files.begin(), files.end(), [](const File& a, const File& b) { return a.path == b.path; });
+    files.cut(static_cast<std::size_t>(last - files.begin()));
     sort([](const File& a, const File& b) { return a.order < b.order; });
 }

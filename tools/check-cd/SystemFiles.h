@@ -1,8 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include "common/Findings.h"
+#include "common/List.h"
 #include "common/Names.h"
 #include "util/CString.h"
 
@@ -19,13 +18,12 @@ public:
         CString path;
         unsigned order = 0;  // of its first system
     };
-    const File* begin() const { return files.get(); }
-    const File* end() const { return files.get() + count; }
+    const File* begin() const { return files.begin(); }
+    const File* end() const { return files.end(); }
 
 private:
     bool addFilesOf(const CString& system, unsigned order);
     void dropRepeated();
 
-    std::unique_ptr<File[]> files;
-    std::size_t count = 0;
+    List<File> files;
 };

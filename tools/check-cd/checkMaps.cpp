@@ -9,11 +9,11 @@
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
-using List = CustomPCIDeviceList;
+using Inventory = CustomPCIDeviceList;
 
 // Sections with a meaning of their own, in the configuration or in the report.
-constexpr const char* kReservedNames[] = {List::kSystemMapSection, List::kMapSection, "MACH", "PCI",
-                                          "DETECTED_BY_GROUP"};
+constexpr const char* kReservedNames[] = {Inventory::kSystemMapSection, Inventory::kMapSection,
+                                          "MACH", "PCI", "DETECTED_BY_GROUP"};
 
 bool isReserved(const CString& name) {
     return std::any_of(std::begin(kReservedNames), std::end(kReservedNames),
@@ -129,7 +129,8 @@ const Line* findNumbered(const Names& adapters, const CString& name) {
 }
 
 void checkAdapters(const Configuration& configuration, Findings& findings) {
-    const Map map = {List::kMapSection, "adapter", configuration.adapters, List::kTypeKey};
+    const Map map = {Inventory::kMapSection, "adapter", configuration.adapters,
+                     Inventory::kTypeKey};
     MapCheck check(configuration, map, findings);
     check.run([&](const Line& entry) {
         check.apply(kAdapterRules, entry);
@@ -141,13 +142,13 @@ void checkAdapters(const Configuration& configuration, Findings& findings) {
 }
 
 void checkSystems(const Configuration& configuration, Findings& findings) {
-    const Map map = {List::kSystemMapSection, "system", configuration.systems, "Directory"};
+    const Map map = {Inventory::kSystemMapSection, "system", configuration.systems, "Directory"};
     MapCheck check(configuration, map, findings);
     check.run([&](const Line& entry) { check.apply(kSystemRules, entry); });
 }
 
 void checkIDs(const Document& document, Findings& findings) {
-    const Line* header = document.findSection(List::kMapSection);
+    const Line* header = document.findSection(Inventory::kMapSection);
     if (!header) return;
     for (const Line& line : document.getLines(*header)) {
         if (!line.isEntry() || line.isRepeated()) continue;
@@ -162,9 +163,9 @@ void checkIDs(const Document& document, Findings& findings) {
 
 Configuration::Configuration(const CString& path)
     : document(path),
-      systems(document, List::kSystemMapSection, isAnyKey),
-      adapters(document, List::kMapSection, isAnyKey),
-      mappedAdapters(document, List::kMapSection, isDeviceID) {}
+      systems(document, Inventory::kSystemMapSection, isAnyKey),
+      adapters(document, Inventory::kMapSection, isAnyKey),
+      mappedAdapters(document, Inventory::kMapSection, isDeviceID) {}
 
 void checkMaps(const Configuration& configuration, Findings& findings) {
     checkSystems(configuration, findings);

@@ -5,7 +5,7 @@
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
-using List = CustomPCIDeviceList;
+using Inventory = CustomPCIDeviceList;
 
 // Splits the first part off a text: up to the separator or to the end, without blanks at its ends.
 std::string_view takePart(std::string_view& text, char separator) {
@@ -44,9 +44,9 @@ void checkList(const Line& onBoard, Findings& findings) {
     const std::string_view all = onBoard.value.c_str();
     if (all.empty()) return;  // nothing is built in
     const auto total = static_cast<unsigned>(std::count(all.begin(), all.end(), ';')) + 1;
-    if (total > List::kMaxPositions)
+    if (total > Inventory::kMaxPositions)
         findings.add(onBoard.number, CString(total) + " positions, of which " +
-                                         CString(List::kMaxPositions) + " are read");
+                                         CString(Inventory::kMaxPositions) + " are read");
     std::string_view rest = all;
     for (unsigned i = 0; i != total; ++i)
         checkPosition(takePart(rest, ';'), onBoard.number, findings);
@@ -57,7 +57,7 @@ void checkPositions(const Document& document, const Configuration& configuration
                     Findings& findings) {
     for (const Line& header : document.getLines()) {
         if (!header.isHeader() || header.isRepeated()) continue;
-        const Line* onBoard = document.findEntry(&header, List::kOnBoardKey);
+        const Line* onBoard = document.findEntry(&header, Inventory::kOnBoardKey);
         if (!onBoard) continue;
         if (!configuration.mappedAdapters.find(header.name))
             findings.add(onBoard->number, "no ID is mapped to " + header.name);

@@ -1,15 +1,12 @@
 #include <algorithm>
 #include <cctype>
-#include <memory>
 #include <string_view>
 
 #include "check-cd/checks.h"
-#include "common/makeArray.h"
+#include "common/List.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
-using List = CustomPCIDeviceList;
-
 // Bytes that are not ASCII belong to letters.
 bool isWordLetter(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -29,15 +26,14 @@ class Identifiers {
 public:
     explicit Identifiers(const Names& systems);
 
-    Identifier* begin() { return items.get(); }
-    Identifier* end() { return items.get() + count; }
+    Identifier* begin() { return items.begin(); }
+    Identifier* end() { return items.end(); }
     // The longest one with which the text begins; null if there is none. The others with which it
     // begins are reached through `shorter`.
     Identifier* findAtStart(std::string_view text);
 
 private:
-    std::unique_ptr<Identifier[]> items;
-    std::size_t count = 0;
+    List<Identifier> items;
 };
 
 // From `candidate` on, the longest one with which the text begins.
@@ -47,14 +43,14 @@ Identifier* longestStart(Identifier* candidate, std::string_view text) {
     return candidate;
 }
 
-Identifiers::Identifiers(const Names& systems)
-    : items(makeArray<Identifier>(static_cast<std::size_t>(systems.end() - systems.begin()) + 1)) {
-    for (const Line* system : systems) items[count++].text = system->value.c_str();
-    items[count++].text = List::kUnknownSystem;
+Identifiers::Identifiers(const Names& systems) {
+    for (const Line* system : systems) items.append({system->value.c_str()});
+    items.append({CustomPCIDeviceList::kUnknownSystem});
     std::sort(begin(), end(), [](auto& a, auto& b) { return a.text < b.text; });
-    count = static_cast<std::size_t>(
-        std::unique(begin(), end(), [](auto& a, auto& b) { return a.text == b.text; }) - begin());
-    for (std::size_t i = 1; i != count; ++i)
+    const Identifier* const last =
+        std::unique(begin(), end(), [](auto& a, auto& b) { return a.text == b.text; });
+    items.cut(static_cast<std::size_t>(last - begin()));
+    for (std::size_t i = 1; i != items.size(); ++i)
         items[i].shorter = longestStart(&items[i - 1], items[i].text);
 }
 
@@ -124,9 +120,10 @@ private:
 }  // namespace
 
 void checkSystemLists(const Configuration& configuration, Findings& findings) {
-    for (const char* adapter : List::kSystemAdapters) {
+    for (const char* adapter : CustomPCIDeviceList::kSystemAdapters) {
         const Document& document = configuration.document;
-        const Line* systems = document.findEntry(document.findSection(adapter), List::kSystemsKey);
+        const Line* systems =
+            document.findEntry(document.findSection(adapter), CustomPCIDeviceList::kSystemsKey);
         if (!systems) continue;
         Identifiers identifiers(configuration.systems);
         SystemList(*systems, identifiers, findings).check();

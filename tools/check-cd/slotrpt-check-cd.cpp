@@ -7,6 +7,7 @@
 #include "common/command.h"
 #include "common/files.h"
 #include "common/inspect.h"
+#include "pci/CustomPCIDeviceList.h"
 
 namespace {
 constexpr char kUsage[] =
@@ -72,8 +73,11 @@ bool takeNoOption(int, const char*) { return false; }
 int run(int count, char* operands[]) {
     if (count > 1 || (count == 1 && *operands[0] == '\0')) return rejectArguments();
     if (count == 1) setenv("RWCD", operands[0], 1);
-    const CString path = requireConfiguration();
-    if (path.IsEmpty() || !checkCD(path)) return kCouldNotRun;
+    const CString path = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    const CString reason = whyUnreadable(path);
+    if (!reason.IsEmpty())
+        return complainUnreadable(path, count == 0 ? reason + "; " + describeRoot() : reason);
+    if (!checkCD(path)) return kCouldNotRun;
     return hasFindings ? kFindings : kFine;
 }
 }  // namespace

@@ -3,8 +3,7 @@
 #include <strings.h>
 
 #include <algorithm>
-
-#include "common/makeArray.h"
+#include <utility>
 
 namespace {
 // Headers come first. Entries are kept together by section.
@@ -31,44 +30,38 @@ Document::Document(const CString& path) {
 void Document::divide(const CIniFile& file) {
     unsigned total = 0, number = 0;
     for (const auto* p = file.GetFirstLine(); p; p = p->pNext) ++total;
-    lines = makeArray<Line>(total);
+    lines.reserve(total);  // lines point to each other
     const Line* header = nullptr;
     for (const auto* p = file.GetFirstLine(); p; p = p->pNext) {
-        Line& line = lines[count];
+        Line line;
         line.number = ++number;
         line.kind = CIniFile::DivideLine(p->sLine, line.name, line.value);
         if (line.kind == CIniFile::lkBlank) continue;
-        if (line.isHeader())
-            header = &line;
-        else
-            line.section = header;
-        ++count;
+        if (!line.isHeader()) line.section = header;
+        const Line& added = lines.append(std::move(line));
+        if (added.isHeader()) header = &added;
     }
 }
 
 void Document::buildIndex() {
-    index = makeArray<Line*>(count);
-    for (unsigned i = 0; i != count; ++i)
-        if (lines[i].kind != CIniFile::lkBare) index[indexed++] = &lines[i];
-    std::sort(index.get(), index.get() + indexed, comesBefore);
+    for (Line& line : lines)
+        if (line.kind != CIniFile::lkBare) index.append(&line);
+    std::sort(index.begin(), index.end(), comesBefore);
     const Line* first = nullptr;
-    for (unsigned i = 0; i != indexed; ++i) {
-        if (!first || compareNames(*first, *index[i]) != 0) first = index[i];
-        index[i]->first = first;
+    for (Line* line : index) {
+        if (!first || compareNames(*first, *line) != 0) first = line;
+        line->first = first;
     }
 }
 
 Lines Document::getLines(const Line& header) const {
-    const Line* const end = lines.get() + count;
     return {&header + 1,
-            std::find_if(&header + 1, end, [](const Line& l) { return l.isHeader(); })};
+            std::find_if(&header + 1, lines.end(), [](const Line& l) { return l.isHeader(); })};
 }
 
 const Line* Document::find(const Line& wanted) const {
-    Line* const* const end = index.get() + indexed;
-    Line* const* const found =
-        std::lower_bound<Line* const*>(index.get(), end, &wanted, comesBefore);
-    return found != end && compareNames(**found, wanted) == 0 ? *found : nullptr;
+    Line* const* const found = std::lower_bound(index.begin(), index.end(), &wanted, comesBefore);
+    return found != index.end() && compareNames(**found, wanted) == 0 ? *found : nullptr;
 }
 
 const Line* Document::findSection(const CString& name) const {

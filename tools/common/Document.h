@@ -1,7 +1,6 @@
 #pragma once
 
-#include <memory>
-
+#include "common/List.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
 
@@ -39,7 +38,7 @@ public:
     Document& operator=(const Document&) = delete;
 
     /// All lines that are not blank.
-    Lines getLines() const { return {lines.get(), lines.get() + count}; }
+    Lines getLines() const { return {lines.begin(), lines.end()}; }
     /// The lines of a section, after its header.
     Lines getLines(const Line& header) const;
     /// The header of the section that lookups search; null if there is no such section. The name
@@ -53,8 +52,6 @@ private:
     void buildIndex();
     const Line* find(const Line& wanted) const;
 
-    std::unique_ptr<Line[]> lines;
-    unsigned count = 0;
-    std::unique_ptr<Line*[]> index;  // the headers and entries, by section, name and number
-    unsigned indexed = 0;
+    List<Line> lines;
+    List<Line*> index;  // the headers and entries, by section, name and number
 };

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <utility>
 
+#include "common/List.h"
 #include "util/CString.h"
 
 /// What is wrong in one file, each finding with the number of its line.
@@ -16,8 +16,9 @@ public:
     Findings(const Findings&) = delete;
     Findings& operator=(const Findings&) = delete;
 
-    void add(unsigned line, CString text);  ///< Lines are counted from 1.
-    unsigned getCount() const { return count; }
+    /// Lines are counted from 1.
+    void add(unsigned line, CString text) { items.append({line, std::move(text)}); }
+    std::size_t getCount() const { return items.size(); }
     /// Prints one line for each on standard output, in the order of the lines of the file.
     void print();
 
@@ -27,10 +28,6 @@ private:
         CString text;
     };
 
-    void grow();
-
     CString path;
-    std::unique_ptr<Finding[]> items;  // `room` of them, of which the first `count` are used
-    unsigned count = 0;
-    unsigned room = 0;
+    List<Finding> items;
 };

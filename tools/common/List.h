@@ -16,10 +16,19 @@ public:
     List(const List&) = delete;
     List& operator=(const List&) = delete;
 
-    void append(T element) {
-        if (count == room) grow();
-        elements[count++] = std::move(element);
+    /// Returns the new element. It stays where it is until the list outgrows its room.
+    T& append(T element) {
+        if (count == room) reserve(2 * room + 16);
+        return elements[count++] = std::move(element);
     }
+    /// Makes room for so many elements, at least those that are there.
+    void reserve(std::size_t size) {
+        T* const moved = CString::Required(new (std::nothrow) T[size]);
+        std::move(begin(), end(), moved);
+        delete[] std::exchange(elements, moved);
+        room = size;
+    }
+    void cut(std::size_t size) { count = size; }  ///< Keeps the first elements.
     std::size_t size() const { return count; }
     T& operator[](std::size_t i) { return elements[i]; }
     const T& operator[](std::size_t i) const { return elements[i]; }
@@ -29,14 +38,6 @@ public:
     const T* end() const { return elements + count; }
 
 private:
-    void grow() {
-        room = 2 * room + 64;
-        T* const moved = new (std::nothrow) T[room];
-        if (!moved) CString::OutOfMemory();
-        std::move(begin(), end(), moved);
-        delete[] std::exchange(elements, moved);
-    }
-
     T* elements = nullptr;
     std::size_t count = 0, room = 0;
 };

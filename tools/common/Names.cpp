@@ -7,8 +7,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "common/makeArray.h"
-
 namespace {
 bool comesBefore(const Line* a, const Line* b) {
     const int order = strcasecmp(a->value.c_str(), b->value.c_str());
@@ -19,13 +17,12 @@ bool comesBefore(const Line* a, const Line* b) {
 Names::Names(const Document& document, const CString& section,
              bool (*isCounted)(const CString& key)) {
     const Line* header = document.findSection(section);
-    const Lines lines = header ? document.getLines(*header) : Lines{nullptr, nullptr};
-    entries = makeArray<const Line*>(static_cast<std::size_t>(lines.last - lines.first));
-    for (const Line& line : lines) {
+    if (!header) return;
+    for (const Line& line : document.getLines(*header)) {
         const bool isRead = line.isEntry() && !line.isRepeated();
-        if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries[count++] = &line;
+        if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries.append(&line);
     }
-    std::sort(entries.get(), entries.get() + count, comesBefore);
+    std::sort(entries.begin(), entries.end(), comesBefore);
 }
 
 const Line* Names::find(const CString& name) const {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include "common/Document.h"
+#include "common/List.h"
 
 /// The names that the entries of one section give as their values: the adapter names of PCIIDMap,
 /// the system identifiers of SystemIDMap. Only what a lookup finds counts, and no empty value.
@@ -18,12 +17,11 @@ public:
     /// lookups compare names. Null if there is none.
     const Line* find(const CString& name) const;
     /// The entries. Those of one name are together, in the order of the file.
-    const Line* const* begin() const { return entries.get(); }
-    const Line* const* end() const { return entries.get() + count; }
+    const Line* const* begin() const { return entries.begin(); }
+    const Line* const* end() const { return entries.end(); }
 
 private:
-    std::unique_ptr<const Line*[]> entries;
-    unsigned count = 0;
+    List<const Line*> entries;
 };
 
 /// For Names of a section in which every key counts.

@@ -10,7 +10,7 @@
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
-using List = CustomPCIDeviceList;
+using Inventory = CustomPCIDeviceList;
 
 // The names of the keys that are read in a section, or those of the sections in a file.
 class KnownNames {
@@ -90,7 +90,7 @@ void inspectSections(const Document& document, const KnownNames& sections, KeysO
 // ---------------------------------------------------------------- What is read in each file
 
 KnownNames getDetectionKeys(const CString& section) {
-    if (section.EqualsNoCase(List::kSystemSection))
+    if (section.EqualsNoCase(Inventory::kSystemSection))
         return {"Machine_Type",
                 "Model_Number",
                 "Serial_Number",
@@ -102,14 +102,14 @@ KnownNames getDetectionKeys(const CString& section) {
                 "Processor_Slots",
                 "Total_Enabled_Memory_Mb"};
     KnownNames keys;
-    if (!section.EqualsNoCase(List::kDeviceSection)) return keys;
-    keys.add(List::kTotalKey, false);
-    for (const auto& key : List::kDeviceKeys) keys.add(key.name, true);
+    if (!section.EqualsNoCase(Inventory::kDeviceSection)) return keys;
+    keys.add(Inventory::kTotalKey, false);
+    for (const auto& key : Inventory::kDeviceKeys) keys.add(key.name, true);
     return keys;
 }
 
 bool isSystemAdapter(const CString& name) {
-    return std::any_of(std::begin(List::kSystemAdapters), std::end(List::kSystemAdapters),
+    return std::any_of(std::begin(Inventory::kSystemAdapters), std::end(Inventory::kSystemAdapters),
                        [&](const char* adapter) { return name.EqualsNoCase(adapter); });
 }
 
@@ -117,17 +117,17 @@ bool isSystemAdapter(const CString& name) {
 KnownNames getConfigurationKeys(const CString& section, const Names& systems,
                                 const Names& adapters) {
     KnownNames keys;
-    keys.isAnyName =
-        section.EqualsNoCase(List::kSystemMapSection) || section.EqualsNoCase(List::kMapSection);
+    keys.isAnyName = section.EqualsNoCase(Inventory::kSystemMapSection) ||
+                     section.EqualsNoCase(Inventory::kMapSection);
     if (isSystem(systems, section)) keys.add("Directory", false);
-    if (adapters.find(section)) keys.add(List::kTypeKey, false);
-    if (isSystemAdapter(section)) keys.add(List::kSystemsKey, false);
+    if (adapters.find(section)) keys.add(Inventory::kTypeKey, false);
+    if (isSystemAdapter(section)) keys.add(Inventory::kSystemsKey, false);
     return keys;
 }
 
 void inspectType(const Line& type, Findings& findings) {
-    if (List::getGroup(type.value) == List::GROUP_NONE &&
-        List::getGroupNoCase(type.value) != List::GROUP_NONE)
+    if (Inventory::getGroup(type.value) == Inventory::GROUP_NONE &&
+        Inventory::getGroupNoCase(type.value) != Inventory::GROUP_NONE)
         findings.add(type.number,
                      "type " + type.value + " selects no group: the case of letters counts");
 }
@@ -146,7 +146,7 @@ bool inspectFile(const CString& path, Findings& findings) {
 }
 
 bool isSystem(const Names& systems, const CString& name) {
-    return systems.find(name) || name.EqualsNoCase(List::kUnknownSystem);
+    return systems.find(name) || name.EqualsNoCase(Inventory::kUnknownSystem);
 }
 
 unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
@@ -164,27 +164,27 @@ unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
 }
 
 void inspectDetectionFile(const Document& document, Findings& findings) {
-    inspectSections(document, {List::kSystemSection, List::kDeviceSection}, getDetectionKeys,
-                    findings);
+    inspectSections(document, {Inventory::kSystemSection, Inventory::kDeviceSection},
+                    getDetectionKeys, findings);
 }
 
 void inspectConfiguration(const Document& document, const Names& systems, const Names& adapters,
                           Findings& findings) {
-    const KnownNames sections = {List::kSystemMapSection, List::kMapSection,
-                                 List::kSystemAdapters[0], List::kSystemAdapters[1],
-                                 List::kUnknownSystem};
+    const KnownNames sections = {Inventory::kSystemMapSection, Inventory::kMapSection,
+                                 Inventory::kSystemAdapters[0], Inventory::kSystemAdapters[1],
+                                 Inventory::kUnknownSystem};
     inspectSections(
         document, sections,
         [&](const CString& name) { return getConfigurationKeys(name, systems, adapters); },
         findings);
     for (const Line& line : document.getLines())
         if (line.isHeader() && !line.isRepeated() && adapters.find(line.name))
-            if (const Line* type = document.findEntry(&line, List::kTypeKey))
+            if (const Line* type = document.findEntry(&line, Inventory::kTypeKey))
                 inspectType(*type, findings);
 }
 
 void inspectSystemFile(const Document& document, const Names& adapters, Findings& findings) {
-    const KnownNames keys = {List::kOnBoardKey};
+    const KnownNames keys = {Inventory::kOnBoardKey};
     inspectSections(
         document, {},
         [&](const CString& name) { return adapters.find(name) ? keys : KnownNames(); }, findings);

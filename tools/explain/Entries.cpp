@@ -30,8 +30,7 @@ Entries::~Entries() {
 }
 
 Entry* Entries::append(int number) {
-    auto* entry = new (std::nothrow) Entry;
-    if (!entry) CString::OutOfMemory();
+    auto* entry = CString::Required(new (std::nothrow) Entry);
     entry->first = entry->last = number;
     *end = entry;
     end = &entry->next;

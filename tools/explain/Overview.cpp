@@ -3,14 +3,11 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "common/makeArray.h"
 #include "common/printable.h"
 #include "explain/columns.h"
 
-Overview::Overview(unsigned capacity) : rows(makeArray<Row>(capacity)) {}
-
 void Overview::add(const Machine& machine) {
-    Row& row = rows[count++];
+    Row& row = rows.append({});
     row.path = printable(machine.path);
     row.machineType = orNone(printable(machine.machineType));
     row.systemID = machine.systemID;
@@ -22,10 +19,10 @@ void Overview::add(const Machine& machine) {
 
 Overview::Widths Overview::measure() const {
     Widths widths;
-    for (const Row* row = rows.get(); row != rows.get() + count; ++row) {
-        widths.path = std::max(widths.path, countCharacters(row->path));
-        widen(widths.machineType, row->machineType);
-        widen(widths.systemID, printable(row->systemID));
+    for (const Row& row : rows) {
+        widths.path = std::max(widths.path, countCharacters(row.path));
+        widen(widths.machineType, row.machineType);
+        widen(widths.systemID, printable(row.systemID));
     }
     return widths;
 }
@@ -35,7 +32,7 @@ void Overview::printRow(const Row& row, const Widths& widths) {
     printColumn(row.machineType, widths.machineType);
     printColumn(printable(row.systemID), widths.systemID);
     const Counts& counts = row.counts;
-    std::printf("%7lld  %5lld  %8lld  %7lld  %8lld  %8u\n", counts.entries, counts.named,
+    std::printf("%7lld  %5lld  %8lld  %7lld  %8lld  %8zu\n", counts.entries, counts.named,
                 counts.leftOut, counts.unnamed + counts.missing, counts.onBoard, row.warnings);
 }
 
@@ -46,28 +43,27 @@ void Overview::print() const {
     printColumn("System identifier", widths.systemID);
     std::printf("Entries  Named  Left out  Unnamed  On-board  Warnings\n");
     Row total;
-    for (const Row* row = rows.get(); row != rows.get() + count; ++row) {
-        printRow(*row, widths);
-        total.counts += row->counts;
-        total.warnings += row->warnings;
+    for (const Row& row : rows) {
+        printRow(row, widths);
+        total.counts += row.counts;
+        total.warnings += row.warnings;
     }
-    total.path = CString(count) + " files";
+    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
     printRow(total, widths);
 }
 
 void Overview::printSystemFiles(Warnings& warnings) {
-    Row* const end = rows.get() + count;
-    std::sort(rows.get(), end,
+    std::sort(rows.begin(), rows.end(),
               [](const Row& a, const Row& b) { return a.systemPath < b.systemPath; });
     CString previous;
-    for (const Row* row = rows.get(); row != end; ++row) {
-        if (row->systemPath != previous) warnings.printSystemFile(row->systemID);
-        previous = row->systemPath;
+    for (const Row& row : rows) {
+        if (row.systemPath != previous) warnings.printSystemFile(row.systemID);
+        previous = row.systemPath;
     }
 }
 
 bool Overview::isFine() const {
-    return std::all_of(rows.get(), rows.get() + count, [](const Row& row) {
+    return std::all_of(rows.begin(), rows.end(), [](const Row& row) {
         return row.counts.areComplete() && row.warnings == 0;
     });
 }

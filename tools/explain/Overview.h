@@ -1,7 +1,6 @@
 #pragma once
 
-#include <memory>
-
+#include "common/List.h"
 #include "explain/Machine.h"
 #include "explain/Warnings.h"
 #include "util/CString.h"
@@ -9,8 +8,6 @@
 /// Several machines, a row for each.
 class Overview {
 public:
-    explicit Overview(unsigned capacity);  ///< For at most so many machines.
-
     void add(const Machine& machine);
     /// Prints the rows and their totals.
     void print() const;
@@ -24,7 +21,7 @@ private:
         CString path, machineType, systemID;
         CString systemPath;  // of the per-system file, as it is written; "" if there can be none
         Counts counts;
-        unsigned warnings = 0;
+        std::size_t warnings = 0;
     };
     // The widths of the first columns.
     struct Widths {
@@ -34,6 +31,5 @@ private:
     Widths measure() const;
     static void printRow(const Row& row, const Widths& widths);
 
-    std::unique_ptr<Row[]> rows;
-    unsigned count = 0;
+    List<Row> rows;
 };

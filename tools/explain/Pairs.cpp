@@ -37,15 +37,14 @@ Pair* Pairs::find(std::uint16_t vendorID, std::uint16_t deviceID) const {
 // The pair of the device. If it is a new one, looks it up on the CD.
 Pair& Pairs::require(const PCIDeviceItem& device) {
     if (Pair* known = find(device.vendorID, device.deviceID)) return *known;
-    auto* pair = new (std::nothrow) Pair;
-    if (!pair) CString::OutOfMemory();
+    auto* pair = CString::Required(new (std::nothrow) Pair);
     pair->vendorID = device.vendorID;
     pair->deviceID = device.deviceID;
     pair->classCode = device.classCode;
     pair->key = CustomPCIDeviceList().getDeviceINIFileEntry(&device);
     CString line;
     pair->isMissing = !configuration.FindItem(CustomPCIDeviceList::kMapSection, pair->key, line);
-    if (!tsearch(pair, &tree, compareIDs)) CString::OutOfMemory();
+    CString::Required(tsearch(pair, &tree, compareIDs));
     *end = pair;
     end = &pair->next;
     return *pair;

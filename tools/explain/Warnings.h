@@ -15,12 +15,12 @@ public:
     void printConfiguration();       ///< Of the system configuration file.
     /// Of the per-system file, or of what takes its place.
     void printSystemFile(const CString& systemID);
-    unsigned getCount() const { return count; }  ///< Of all that were printed.
+    std::size_t getCount() const { return count; }  ///< Of all that were printed.
 
 private:
     const CString configurationPath;
     const Document configuration;
     const Names systems;
     const Names adapters;
-    unsigned count = 0;
+    std::size_t count = 0;
 };

@@ -33,12 +33,12 @@ constexpr const char* kUsage =
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
 
-// Whether the file can be read. If not, prints the reason.
-bool canRead(const CString& path) {
-    const CString reason = whyUnreadable(path);
-    if (!reason.IsEmpty()) complain("cannot read " + path + ": " + reason);
-    return reason.IsEmpty();
+// Whether a file has no such fault. If it has one, prints it.
+bool isFine(const CString& path, const CString& fault) {
+    if (!fault.IsEmpty()) complainUnreadable(path, fault);
+    return fault.IsEmpty();
 }
+bool canRead(const CString& path) { return isFine(path, whyUnreadable(path)); }
 
 // Whether there was no fault of loading. If there was, prints it.
 bool isWhole(const CString& fault) {
@@ -71,7 +71,7 @@ bool addMachine(const CString& path, Configuration& configuration, Overview& ove
 }
 
 int explainSeveral(int count, char* paths[], Configuration& configuration, Warnings& warnings) {
-    Overview overview(static_cast<unsigned>(count));
+    Overview overview;
     bool areAllRead = true;
     for (int i = 0; i != count; ++i)
         areAllRead = addMachine(paths[i], configuration, overview) && areAllRead;
@@ -132,18 +132,20 @@ void fillInNames(const Pairs& pairs, const CString& listPath) {
         if (readPCINames(pairs, path)) return;
 }
 
-// Adds the pairs of the file. Returns false, and says why, if it cannot be read.
+// Adds the pairs of the file. Returns false, and says why, if it cannot be read as it is meant: no
+// warning would say that pairs are missing from the list.
 bool addPairs(const CString& path, Pairs& pairs) {
-    if (!canRead(path)) return false;
+    if (!isFine(path, faultOf(path))) return false;
     const Entries entries(path);
     if (!isWhole(takeLoadFault())) return false;
     pairs.add(path, entries);
     return true;
 }
 
-int listMissing(int count, char* paths[], CIniFile& configuration, const CString& listPath) {
-    if (!isWhole(takeLoadFault())) return kCouldNotRun;
-    Pairs pairs(configuration);
+int listMissing(int count, char* paths[], Configuration& configuration, const CString& listPath) {
+    const CString fault = whyMisread(configuration.path);
+    if (!isFine(configuration.path, fault) || !isWhole(takeLoadFault())) return kCouldNotRun;
+    Pairs pairs(configuration.document);
     bool areAllRead = true;
     for (int i = 0; i != count; ++i) areAllRead = addPairs(paths[i], pairs) && areAllRead;
     fillInNames(pairs, listPath);
@@ -174,7 +176,7 @@ int explain(int count, char* paths[]) {
     const CString configurationPath = requireConfiguration();
     if (configurationPath.IsEmpty()) return kCouldNotRun;
     Configuration configuration(configurationPath);
-    return isMissingWanted ? listMissing(count, paths, configuration.document, listPath)
+    return isMissingWanted ? listMissing(count, paths, configuration, listPath)
                            : explainMachines(count, paths, configuration);
 }
 
