@@ -49,6 +49,8 @@ measure --runs 3 --export-markdown "$data/fleet.md" \
     --command-name "xargs slotrpt" "$each $slotrpt /rwpm:{}" \
     --command-name "xargs awk" "$each $awk {}"
 for scan in "$data"/fleet/*00.ini; do $awk "$scan" | cmp - "${scan%.ini}.report"; done
-cat "$data/machine.md" "$data/fleet.md"
-
+cat "$data/machine.md"
+echo
+cat "$data/fleet.md"
+echo
 build/bench/bench/slotrpt_bench --benchmark_min_time=0.2
