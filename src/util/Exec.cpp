@@ -93,7 +93,7 @@ bool CExec::Execute() {
     const CString program = splitCommand(line, arguments);
     execvp(program.c_str(), arguments);
     m_nLastError = errno;  // the program was not started
-    for (char** argument = arguments; *argument; ++argument) delete[] * argument;
+    for (unsigned i = 0; arguments[i]; ++i) delete[] arguments[i];
     delete[] arguments;
     return false;
 }
