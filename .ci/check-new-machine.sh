@@ -26,6 +26,7 @@ chmod +x "$work/bin/lspci"
 PATH=$work/bin:$PWD/build/release:$PATH
 cd "$work"
 sh -eux commands >output
+[ -s missing.ini ] || fail "the command that lists what is missing printed nothing"
 for line in 'SystemID = SRV_KILO' 'DASDAdapters = SCSI_CTRL' \
     'NetworkAdapters = GIGABIT_NIC,GIGABIT_NIC' 'OnBoardAdapters = GIGABIT_NIC,GIGABIT_NIC'; do
     grep -qxF "$line" kilo.report || fail "this line is not in the report: $line"

@@ -9,7 +9,7 @@ build release
 
 functions=$(lspci | wc -l)
 if [ "$functions" -eq 0 ]; then
-    passOver "the scan of this machine, since lspci shows nothing"
+    skip "the scan of this machine, since lspci shows nothing"
     exit
 fi
 scan=$(mktemp)

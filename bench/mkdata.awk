@@ -3,10 +3,9 @@
 #
 #     awk -v out=FOLDER -f mkdata.awk
 #
-# FOLDER/typical, FOLDER/large and FOLDER/huge each hold cd, the root of a CD, and scan.ini, a
-# detection file. FOLDER/typical/functions and FOLDER/large/functions hold a series of detection
-# files, named after their number of functions. FOLDER/fleet holds 2,000 detection files of machines
-# for the CD of typical.
+# FOLDER/small and FOLDER/large each hold cd, the root of a CD, and detection files for it, named
+# after their number of PCI functions. FOLDER/fleet holds 1,000 detection files of machines for the
+# small CD.
 
 # A random number from 0 to n - 1. Every product is exact in floating point.
 function below(n) {
@@ -20,18 +19,15 @@ function closeFile() { close(file) }
 
 # ---------------------------------------------------------------- What can be in a machine
 
-function makeKinds() {
-    addKind("RAID_CONTROLLER", "DASD", "010400")
-    addKind("SCSI_HOST", "DASD", "010000")
-    addKind("GIGABIT_NIC", "NETWORK", "020000")
-    addKind("ETHERNET_NIC", "NETWORK", "020000")
-    addKind("VIDEO_CTRL", "VIDEO", "030000")
-    addKind("SERVICE_BOARD", "ServiceProcessor", "0B8000")
-    addKind("SERIAL_PORTS", "OTHER", "070002")
-    addKind("BRIDGE", "OTHER", "060400")
-}
-function addKind(word, type, class) {
-    kindWord[++kinds] = word; kindType[kinds] = type; kindClass[kinds] = class
+function makeKinds(    words, i) {
+    kinds = split("RAID_CONTROLLER DASD 010400 SCSI_HOST DASD 010000 GIGABIT_NIC NETWORK 020000" \
+        " ETHERNET_NIC NETWORK 020000 VIDEO_CTRL VIDEO 030000 SERIAL_PORTS OTHER 070002" \
+        " SERVICE_BOARD ServiceProcessor 0B8000 BRIDGE OTHER 060400", words, " ") / 3
+    for (i = 1; i <= kinds; ++i) {
+        kindWord[i] = words[3 * i - 2]
+        kindType[i] = words[3 * i - 1]
+        kindClass[i] = words[3 * i]
+    }
 }
 
 # A maker's name of three syllables. Each index from 0 to 2,743 gives another name.
@@ -156,32 +152,27 @@ function writeConfiguration(path, mapped,    i) {
     closeFile()
 }
 
-function makeSet(set, seed, mapped, total, sections,    ini) {
-    state = seed
-    ini = out "/" set "/cd/rwise/ini"
+# A CD, and machines of 24 and of 1 to 4,096 functions for one of its systems. All of them begin
+# with the same functions.
+function makeSet(set, seed, mapped, sections,    folder, ini, total) {
+    folder = out "/" set
+    ini = folder "/cd/rwise/ini"
     system("mkdir -p '" ini "'")
     writeConfiguration(ini "/syscfg.ini", mapped)
-    makeMachine(mapped, total)
-    writeScan(out "/" set "/scan.ini", machineType[37])
+    for (total = 1; total <= 4096; total *= 4) writeMachine(folder, seed, mapped, total)
+    writeMachine(folder, seed, mapped, 24)
     writePositions(ini "/" model[37] ".ini", sections)
 }
-
-# Machines of 1 to 4,096 functions for the CD of a set. Each one holds all functions of the smaller
-# ones.
-function makeSeries(set, seed, mapped,    total) {
-    system("mkdir -p '" out "/" set "/functions'")
-    for (total = 1; total <= 4096; total *= 4) {
-        state = seed
-        makeMachine(mapped, total)
-        writeScan(out "/" set "/functions/" total ".ini", machineType[37])
-    }
+function writeMachine(folder, seed, mapped, total) {
+    state = seed
+    makeMachine(mapped, total)
+    writeScan(folder "/" total ".ini", machineType[37])
 }
 
-# Every system of typical gets its own file. Some of these have a name in lower case. One machine in
-# fifty has a type that the CD does not list.
-function makeFleet(seed, mapped, machines,    ini, i, type) {
+# Every system of the small CD gets its own file. Some of these have a name in lower case.
+function makeFleet(seed, mapped, machines,    ini, i) {
     state = seed
-    ini = out "/typical/cd/rwise/ini/"
+    ini = out "/small/cd/rwise/ini/"
     system("mkdir -p '" out "/fleet'")
     for (i = 0; i < systems; ++i) {
         if (i == 37) continue
@@ -190,8 +181,7 @@ function makeFleet(seed, mapped, machines,    ini, i, type) {
     }
     for (i = 0; i < machines; ++i) {
         makeMachine(mapped, 12 + below(29))
-        type = below(50) ? machineType[below(systems)] : "0000X00"
-        writeScan(sprintf("%s/fleet/scan%04d.ini", out, i), type)
+        writeScan(sprintf("%s/fleet/scan%04d.ini", out, i), machineType[below(systems)])
     }
 }
 
@@ -200,10 +190,7 @@ BEGIN {
     makeKinds()
     makePairs(17600)
     makeSystems()
-    makeSet("typical", 11, 400, 24, 8)
-    makeSet("large", 12, 17600, 256, 40)
-    makeSet("huge", 13, 17600, 4096, 200)
-    makeSeries("typical", 21000, 400)
-    makeSeries("large", 22000, 17600)
-    makeFleet(14, 400, 2000)
+    makeSet("small", 21000, 400, 8)
+    makeSet("large", 22000, 17600, 40)
+    makeFleet(14, 400, 1000)
 }

@@ -1,6 +1,9 @@
 # shellcheck shell=sh
 # The functions that the scripts share. Each script sources this file from the top of the checkout.
 
+# If a make runs the script, as in the checks, the builds here are no part of it.
+unset MAKEFLAGS MAKELEVEL
+
 # fail MESSAGE: ends the script with one line.
 fail() {
     echo "${0##*/}: $1" >&2
@@ -60,9 +63,9 @@ makeBuildFolder() {
     [ -w build ] || fail "cannot write to $(pwd)/build, which takes all that is built"
 }
 
-# passOver WHAT: says what cannot be checked here.
-passOver() {
-    echo "passed over: $1"
+# skip WHAT: says what cannot be checked here.
+skip() {
+    echo "skipped: $1"
 }
 
 # build PRESET: builds the preset in build/PRESET. Prints what is compiled; if all is up to date,

@@ -14,7 +14,7 @@ case $preset in
 esac
 # The leak sanitizer inspects the process from another one. Under an emulator, this never ends.
 if [ "$preset" = x86-sanitize ] && ! canRun32; then
-    passOver "leaks in 32-bit programs, which this kernel does not run and an emulator cannot search"
+    skip "leaks in 32-bit programs, which this kernel does not run and an emulator cannot search"
     export LSAN_OPTIONS=detect_leaks=0
 fi
 build "$preset"

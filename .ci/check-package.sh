@@ -1,15 +1,15 @@
 #!/bin/sh
-# Tries the packages of scripts/package.sh, as root:
-#
-#   scripts/check-package.sh
-#
-# The program must run in a root folder that holds only the package's programs and the examples. On
-# a fresh Debian system, a package must install, run and leave nothing behind when it is removed.
+# usage: .ci/check-package.sh
+# Tries the packages of scripts/package.sh. They hold only what a user without a checkout needs. The
+# program must run in a root folder that holds only the package's programs and the examples. On a
+# fresh Debian system, a package must install, run and leave nothing behind when it is removed.
+# Needs root.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 need mmdebstrap
 
+top=$(pwd)
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
@@ -23,6 +23,35 @@ isEmulated() {
 
 addEmulator() { # ROOT
     cp "$(findEmulator)" "$1/emulator"
+}
+
+# reject WHAT: fails if there is standard input, which shows what is wrong.
+reject() {
+    ! grep . >&2 || fail "$package: $1"
+}
+
+# checkContents FOLDER: looks for files that a package must not have, and for paths and links that
+# only a checkout has.
+checkContents() {
+    find "$1" -name '*.gz' -exec gunzip {} +
+    find "$1/usr" -type f -printf '%P\n' |
+        grep -vE '^(bin|share/man/man[15]|share/lintian/overrides)/slotrpt[a-z.15-]*$' |
+        grep -vE '^share/doc/slotrpt/(copyright|changelog|CHANGELOG\.md)$' |
+        grep -vE '^share/doc/slotrpt/examples/.*\.(ini|report|md)$' |
+        reject "what are these files for?"
+    grep -rlF "$top" "$1" | reject "these files hold the path of the checkout"
+    folders=$(git ls-tree -d --name-only HEAD | grep -v examples | paste -sd '|')
+    grep -rnE "(^|[^/[:alnum:]])($folders|build)/[[:alnum:]]" "$1/usr/share" |
+        reject "these lines name paths of a checkout"
+    find "$1" -name '*.md' | while read -r page; do
+        grep -o '](\([^)]*\))' "$page" | sed 's/^](//; s/)$//' | while read -r target; do
+            [ -e "${page%/*}/$target" ] || echo "$page: $target"
+        done
+    done | reject "these links lead nowhere"
+    cat "$1"/usr/share/man/*/* | sed -n 's/^\.Xr \(slotrpt[a-z-]*\) \([15]\).*/\1.\2/p' | sort -u |
+        while read -r page; do
+            [ -e "$1/usr/share/man/man${page##*.}/$page" ] || echo "$page"
+        done | reject "the manual has no such pages"
 }
 
 # convert ROOT EXAMPLES PROGRAM: whether the package's program prints the example's report there.
@@ -48,12 +77,16 @@ tryCommands() {
 }
 
 for package in build/package/*.deb; do
+    contents=$work/contents
+    dpkg-deb --extract "$package" "$contents"
     empty=$work/$(basename "$package")
-    mkdir -p "$empty/program"
-    dpkg-deb --fsys-tarfile "$package" | tar -x -C "$empty/program" --strip-components=3 ./usr/bin
+    mkdir "$empty"
+    cp -r "$contents/usr/bin" "$empty/program"
     cp -r examples "$empty"
     ! isEmulated "$package" || addEmulator "$empty"
     convert "$empty" /examples /program/slotrpt
+    checkContents "$contents"
+    rm -r "$contents"
 done
 
 root=$work/debian

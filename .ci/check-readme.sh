@@ -1,17 +1,18 @@
 #!/bin/sh
-# usage: scripts/check-readme.sh
+# usage: .ci/check-readme.sh
 # Runs every command of the README as it stands there, in order and in one shell, from the top of
 # the checkout. Needs root, since some commands install packages or files. The output that the
 # README shows below a command must be what the command prints. The input and the report that the
-# README shows first must be those of the example. If "..." shortens a text, each line that is shown
-# must be in the full text. The commands for the own machine need a machine on which lspci shows
-# something. check-hosts.sh tries the commands for several hosts.
+# README shows first must be those of the example. If "..." shortens a text, the lines that are
+# shown must be in the full text, in this order. The commands for the own machine need a machine on
+# which lspci shows something. check-hosts.sh tries the commands for several hosts; the manual page
+# must show the same ones.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 need pciutils
 functions=$(lspci)
-[ -n "$functions" ] || passOver "the README's commands for the own machine: lspci shows nothing"
+[ -n "$functions" ] || skip "the README's commands for the own machine: lspci shows nothing"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -35,16 +36,22 @@ awk -v folder="$work/" -v hasFunctions="${functions:+1}" '
     END { run("") }' README.md
 
 mustHold() { # a text, what the README shows of it
-    if grep -vxF -e ... -f "$1" "$2"; then
-        echo "README.md shows these lines, which are not in $1" >&2
-        exit 1
+    if diff "$1" "$2" | grep '^>' | grep -vx '> \.\.\.'; then
+        fail "README.md shows these lines, which do not stand there in $1"
     fi
 }
 
-cmp "$work/text1" examples/alpha.report
+mustHold examples/alpha.report "$work/text1"
 mustHold examples/alpha.ini "$work/ini1"
 sh -eux "$work/sh" </dev/null
 for got in "$work"/got*; do
     mustHold "$got" "$work/text${got#"$work"/got}"
 done
+
+sed -i '/^cd build$/d' "$work/sh hosts1" # that folder is in a checkout only
+# The words of a text, however its lines are broken.
+words() { tr -s '\\\n' ' ' <"$1"; }
+mandoc -T ascii build/release/packaging/slotrpt-fleet.1 >"$work/manual"
+words "$work/manual" | grep -qF "$(words "$work/sh hosts1")" ||
+    fail "slotrpt-fleet(1) does not show the command for several hosts as README.md does"
 echo "README.md: all commands run" >&2
