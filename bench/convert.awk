@@ -70,15 +70,15 @@ function isOnBoard(name, bus, device,    positions, parts, total, i) {
 
 # ---------------------------------------------------------------- The parts of the report
 
-function printIdentity(keyword,    lines, fields, total, i) {
-    printf "[MACH]\nSystemID = %s\n\n[%s]\n", keyword, keyword
+function printIdentity(systemID,    lines, fields, total, i) {
+    printf "[MACH]\nSystemID = %s\n\n[%s]\n", systemID, systemID
     total = split("MachTypeModelNumber=Machine_Type ModelNumber=Model_Number" \
         " SerialNumber=Serial_Number TotalNumEnclosures=Number_Of_Enclosures" \
         " BIOSVersion=BIOS_Version BuildID=BIOS_Build_Level Directory" \
         " DiagBuildID=ROM_Diagnostics_Build_Level DiagVersion Bus DiskDrivesToUpdate" \
         " SPROMLevel SPBuildID SPVersion Processors=Active_Processors" \
         " ProcessorSlots=Processor_Slots Memory=Total_Enabled_Memory_Mb", lines, " ")
-    fixed["Directory"] = read("configuration", keyword, "Directory")
+    fixed["Directory"] = read("configuration", systemID, "Directory")
     fixed["Bus"] = "PCI"
     fixed["DiskDrivesToUpdate"] = "0"
     for (i = 1; i <= total; ++i) {
@@ -127,8 +127,8 @@ function printAdapter(i,    n, type, group) {
     listed["All"] = join(listed["All"], n)
 }
 
-function listSystemAdapter(n, keyword) {
-    if (!index(read("configuration", n, "Systems"), keyword)) return
+function listSystemAdapter(n, systemID) {
+    if (!index(read("configuration", n, "Systems"), systemID)) return
     listed["ServiceProcessor"] = join(listed["ServiceProcessor"], n)
     listed["All"] = join(listed["All"], n)
 }
@@ -138,9 +138,9 @@ BEGIN {
     folder = ENVIRON["RWCD"] "/rwise/ini/"
     load("configuration", folder "syscfg.ini")
     load("scan", ARGV[1])
-    keyword = read("configuration", "SystemIDMap", read("scan", "System", "Machine_Type"))
-    if (keyword == "") keyword = "UNKNOWN_SERVER"
-    printIdentity(keyword)
+    systemID = read("configuration", "SystemIDMap", read("scan", "System", "Machine_Type"))
+    if (systemID == "") systemID = "UNKNOWN_SERVER"
+    printIdentity(systemID)
 
     adapters = 0
     findAdapters()
@@ -148,7 +148,7 @@ BEGIN {
         print "!Error!  Could not find PCI information.  !Error!"
         exit 1
     }
-    file = substr(keyword, index(keyword, "_") + 1) ".ini"
+    file = substr(systemID, index(systemID, "_") + 1) ".ini"
     if (!isReadable(folder file)) file = tolower(file)
     load("positions", folder file)
 
@@ -157,8 +157,8 @@ BEGIN {
     print ""
     for (i = 0; i < adapters; ++i) printAdapter(i)
 
-    listSystemAdapter("STORMPETREL", keyword)
-    listSystemAdapter("CORVEL_ADV_SYS_MGT_ISA_CONTROLLER", keyword)
+    listSystemAdapter("STORMPETREL", systemID)
+    listSystemAdapter("CORVEL_ADV_SYS_MGT_ISA_CONTROLLER", systemID)
     printf "\n[DETECTED_BY_GROUP]\nDASDAdapters = %s\n\n", listed["DASD"]
     printf "NetworkAdapters = %s\n\nSystemDevices = \n\n", listed["NETWORK"]
     printf "VideoAdapter = %s\n\n", listed["VIDEO"]

@@ -61,7 +61,7 @@ function makeSystems(    birds, i, count) {
     count = split("HERON WREN FINCH SWIFT PLOVER DUNLIN LINNET SISKIN BUNTING REDSTART", birds, " ")
     for (i = 0; i < 60; ++i) {
         model[i] = birds[i % count + 1] 10 + int(i / count)
-        keyword[i] = "SRV_" model[i]
+        systemID[i] = "SRV_" model[i]
         machineType[i] = sprintf("%04dK%02d", 7000 + 13 * i, i)
     }
     systems = 60
@@ -136,8 +136,8 @@ function writePositions(path, sections,    i, n, done, elsewhere) {
 function writeConfiguration(path, mapped,    i) {
     openFile(path)
     put("; System configuration for the deployment tools\n\n[SystemIDMap]")
-    for (i = 0; i < systems; ++i) put(machineType[i] " = " keyword[i])
-    for (i = 0; i < systems; ++i) put("\n[" keyword[i] "]\nDirectory = " tolower(model[i]))
+    for (i = 0; i < systems; ++i) put(machineType[i] " = " systemID[i])
+    for (i = 0; i < systems; ++i) put("\n[" systemID[i] "]\nDirectory = " tolower(model[i]))
     put("\n[PCIIDMap]")
     for (i = 1; i <= mapped; ++i) {
         if (vendorID[i] != vendorID[i - 1]) put(sprintf("; Maker %04X", vendorID[i]))
@@ -146,9 +146,9 @@ function writeConfiguration(path, mapped,    i) {
     for (i = 1; i <= mapped; ++i)
         if (name[i] != name[i - 1]) put("\n[" name[i] "]\nAdapterType = " kindType[kindOf[i]])
     put("\n[STORMPETREL]\nAdapterType = ServiceProcessor")
-    put("Systems = " keyword[3] "," keyword[37] "," keyword[41])
+    put("Systems = " systemID[3] "," systemID[37] "," systemID[41])
     put("\n[CORVEL_ADV_SYS_MGT_ISA_CONTROLLER]\nAdapterType = ServiceProcessor")
-    put("Systems = " keyword[5] "," keyword[8])
+    put("Systems = " systemID[5] "," systemID[8])
     closeFile()
 }
 

@@ -45,12 +45,12 @@ void aDocumentHoldsTheLinesOfItsFile(const CIniFile& ini) {
 void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const CString value = ini.ReadString(section, key, " absent ");
     CString line = "=", name, divided = " absent ";
-    const bool found = ini.FindItem(section, key, line);
-    check(!found || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
-    check(!found || key.EqualsNoCase(name));
+    const bool isFound = ini.FindItem(section, key, line);
+    check(!isFound || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
+    check(!isFound || key.EqualsNoCase(name));
     same(value, divided);
     same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
-    check(ini.ReadInteger(section, key, -7) == (found ? value.ToInt() : -7));
+    check(ini.ReadInteger(section, key, -7) == (isFound ? value.ToInt() : -7));
     check(!ini.FindItem(section, key + " ", line));
     check(!ini.FindItem(section + " ", key, line));
     const auto isAny = [](std::string_view) { return true; };

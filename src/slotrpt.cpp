@@ -130,31 +130,41 @@ void printAdapter(const PCIDeviceItem& item, int function) {
                 item.vendorID, item.deviceID);
 }
 
-void printAdapters(CustomPCIDeviceList& inventory) {
+void printNames(CustomPCIDeviceList& inventory) {
     CString adapters;
     inventory.resetList();
     while (const PCIDeviceItem* item = inventory.getNextDeviceFromList())
         adapters = addToList(std::move(adapters), item->adapterName);
     std::printf("\n[PCI]\n");
     printLine("Adapters", adapters);
+}
 
-    // The detection file has no function numbers. Items that follow each other on one device are
-    // numbered from 0.
+// The detection file has no function numbers. Items that follow each other on one device are
+// numbered from 0.
+void printSections(CustomPCIDeviceList& inventory) {
     int function = 0;
     const PCIDeviceItem* previous = nullptr;
     inventory.resetList();
-    inventory.sortDevicesByType();  // fills the groups, and keeps the order of the items
     while (const PCIDeviceItem* item = inventory.getNextDeviceFromList()) {
         function = previous && isSameDevice(*previous, *item) ? function + 1 : 0;
         printAdapter(*item, function);
         previous = item;
     }
+}
 
+void printGroups(const CustomPCIDeviceList& inventory) {
     std::printf("\n[DETECTED_BY_GROUP]");
     for (const GroupLine& line : kGroupLines) {
         std::printf("\n");
         printLine(line.key, (inventory.*line.names)());
     }
+}
+
+void printAdapters(CustomPCIDeviceList& inventory) {
+    printNames(inventory);
+    inventory.sortDevicesByType();  // fills the groups, and keeps the order of the items
+    printSections(inventory);
+    printGroups(inventory);
 }
 }  // namespace
 

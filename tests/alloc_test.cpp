@@ -9,7 +9,7 @@ std::string memoryReport(const std::string& detail) {
 }
 const std::string kFatal = memoryReport("CString::CreateCharString");
 const std::string kWarning = memoryReport("IniFile.AddLine()");
-const std::string kLater = "X = 2\n";  // in the edit, a line after a record without memory
+const std::string kLater = "X = 2\n";  // follows a line that a document without memory lacks
 
 // Runs a program with one argument, and lets each of its allocations fail: alone, then with all
 // that follow. A run prints `expected`, or its beginning and then the fatal report. A status of 2
@@ -21,7 +21,7 @@ bool failEach(const char* program, const std::string& argument, const std::strin
             return execl(program, program, argument.c_str(), nullptr);
         });
     };
-    const int total = std::stoi("0" + run("0").err);
+    const int total = std::stoi("0" + run("0").err);  // 0 if the run does not print it
     EXPECT_GT(total, 5);
     bool hasEverWarned = false;
     for (int at = 1; at <= total && !testing::Test::HasFailure(); ++at) {

@@ -49,7 +49,7 @@ TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
     }
 }
 
-TEST(Files, AreDeletedWhenTheyAreClosedOnlyIfTemporary) {
+TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     const ScratchFolder folder;
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
     {
@@ -65,7 +65,7 @@ TEST(Files, AreDeletedWhenTheyAreClosedOnlyIfTemporary) {
     EXPECT_EQ(1, filesIn(folder.path())) << "the end of the object closes it, too";
 
     CMyFileIO file;
-    const int descriptor = dup(0);  // the next one that is free
+    const int descriptor = dup(0);  // the one that the next file gets
     close(descriptor);
     EXPECT_TRUE(file.OpenTempFile(dir));
     close(descriptor);

@@ -80,6 +80,7 @@ TEST(IniLookup, TellsWhichFileWasNotReadWhole) {
     std::filesystem::create_symlink("loop", loop);
     const std::pair<std::string, int> kFaults[] = {
         {folder.path(), EISDIR}, {pipe, 0}, {loop, ELOOP}, {"/proc/self/mem", EIO}};
+    CIniFile::TakeLoadFault();  // that of another test in this process
     for (const auto& [path, error] : kFaults) {
         SCOPED_TRACE(path);
         CIniFile(path.c_str());

@@ -2,20 +2,25 @@
 #include "support.h"
 
 namespace {
-// The inventory of a detection file with this total and these device entries. The CD names two
-// adapters. The first of them is on the board.
+// The inventory of a detection file: the text begins with the total, and the device entries follow.
+// The CD names two adapters. The first of them is on the board.
 struct Inventory : ScratchFolder, CustomPCIDeviceList {
-    explicit Inventory(const std::string& entries) {
+    explicit Inventory(const std::string& text) {
         setenv("RWCD", path("CD").c_str(), 1);
         file("CD/rwise/ini/syscfg.ini", "[PCIIDMap]\n0x00010002 = NIC\n0x00010003 = HBA\n");
         file("CD/rwise/ini/one.ini", "[NIC]\nOnBoard = 0,0\n");
         setMapFileLocation(getCDPathName("syscfg.ini"));
         setSystemKeyword("S_ONE");
-        setInputFile(file("scan.ini", "[PCI]\nTotal_Number_Of_Devices = " + entries).c_str());
+        setInputFile(file("scan.ini", "[PCI]\nTotal_Number_Of_Devices = " + text).c_str());
         setInputFile("none");  // does nothing
     }
 };
 const std::string kNIC = "1\nVendor_ID.0 = 1\nDevice_ID.0 = 2\n";
+
+constexpr int kName = CustomPCIDeviceList::INIT_NAME_ADAPTERS;
+constexpr int kLabel = CustomPCIDeviceList::INIT_LABEL_ONBOARD;
+constexpr int kCount = CustomPCIDeviceList::INIT_COUNT_DUPLICATES;
+constexpr int kFile = CustomPCIDeviceList::INIT_FROM_INPUT_FILE;
 
 struct Initialization {
     const char* rule;
@@ -25,12 +30,12 @@ struct Initialization {
     int count;
 };
 const Initialization kInitializations[] = {
-    {"only the detection file has devices to name", 1, true, nullptr, 0},
-    {"labelling fails without an item", 7, false, nullptr, 0},
-    {"the detection file alone is no step", 8, true, nullptr, 0},
-    {"items are named", 9, true, "", -1},
-    {"items are named and labelled", 11, true, "TRUE", -1},
-    {"items are named and counted", 13, true, "", 1},
+    {"only the detection file has devices to name", kName, true, nullptr, 0},
+    {"labelling fails without an item", kName | kLabel | kCount, false, nullptr, 0},
+    {"the detection file alone is no step", kFile, true, nullptr, 0},
+    {"items are named", kFile | kName, true, "", -1},
+    {"items are named and labelled", kFile | kName | kLabel, true, "TRUE", -1},
+    {"items are named and counted", kFile | kName | kCount, true, "", 1},
     {"16 is not a flag", 16, true, nullptr, 0},
 };
 
@@ -69,7 +74,7 @@ TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
         "5x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\nRevision.0 = 0x12\n"
         "Header_Type.0 = 012\nClass_Code.0 = 4294967307\nDevice_Number.0 = 18446744073709551623\n"
         "Vendor_ID.3 = 1\nVendor_ID.7 = 1\n");
-    EXPECT_TRUE(list.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE));
+    EXPECT_TRUE(list.initialize(kFile));
     const std::unique_ptr<PCIDeviceItem> item(list.getNextPCIDevice());
     ASSERT_NE(nullptr, item);
     EXPECT_EQ(0xFFFF, item->vendorID) << "a number is cut to 16 bits";
@@ -106,7 +111,7 @@ TEST(Inventory, NumbersTheAdaptersOfEachName) {
         Inventory list(
             "4\nVendor_ID.0 = 1\nVendor_ID.1 = 1\nVendor_ID.2 = 1\nVendor_ID.3 = 1\n"
             "Device_ID.0 = 2\nDevice_ID.1 = 3\nDevice_ID.2 = 2\nDevice_ID.3 = 2\n");
-        EXPECT_TRUE(list.initialize(9));
+        EXPECT_TRUE(list.initialize(kFile | kName));
         list.resetList();
         for (const auto& [count, instance] : row.before) {
             PCIDeviceItem* const item = list.getNextDeviceFromList();
@@ -124,9 +129,9 @@ TEST(Inventory, NumbersTheAdaptersOfEachName) {
 
 TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     Inventory list(kNIC);
-    EXPECT_TRUE(list.initialize(15));
+    EXPECT_TRUE(list.initialize(kFile | kName | kLabel | kCount));
     list.resetList();
-    EXPECT_TRUE(list.initialize(15));
+    EXPECT_TRUE(list.initialize(kFile | kName | kLabel | kCount));
     EXPECT_TRUE(list.scanPCIBusAndCreateList());
     EXPECT_EQ(0, list.getTotalNumDevices()) << "only what the scan added counts";
     EXPECT_NE(nullptr, list.getNextDeviceFromList());

@@ -44,7 +44,7 @@ const Parse kParses[] = {
 };
 }  // namespace
 
-TEST(Params, AreParsed) {
+TEST(Params, TakeArgumentsInTheOrderOfTheirDeclaration) {
     for (Parse row : kParses) {
         SCOPED_TRACE(row.rule);
         CCLParams params;
@@ -68,7 +68,7 @@ TEST(Params, AreFoundByTheirExactNameUntilDeleted) {
     for (const char* name : {"/v", "/V"}) params.Add(name, kParam, false);
     const char* argv[] = {"/usr/bin/tool.exe", "/V1", "a"};
     CString value, none = "old";
-    EXPECT_EQ(0, params.Parse(3, argv, true));
+    EXPECT_EQ(CCLParams::kParsed, params.Parse(3, argv, true));
     EXPECT_FALSE(params.GetValue("/v"));
     EXPECT_TRUE(params.GetValue("/V", value));
     EXPECT_EQ("1 a", value);

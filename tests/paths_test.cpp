@@ -20,7 +20,7 @@ const Split kSplits[] = {
 };
 }  // namespace
 
-TEST(Paths, AreSplit) {
+TEST(Paths, AreSplitAtTheirMarks) {
     for (const Split& row : kSplits)
         EXPECT_EQ(row.expected, (CString(row.path).*row.part)()) << row.rule;
     CString text = "C:/tmp/a", drive, name, extension;

@@ -37,7 +37,7 @@ void limit(decltype(RLIMIT_CPU) resource, rlim_t most) {
 }
 }  // namespace
 
-TEST(Report, IsTheExpectedOne) {
+TEST(Report, IsThatWrittenByHand) {
     for (const fs::path& folder : fs::directory_iterator(kTests + "report"))
         expectReport(folder / "scan.ini", folder / "cd", folder / "report");
     for (const std::string& machine : {kExamples + "alpha", kExamples + "rack"})

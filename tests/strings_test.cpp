@@ -8,7 +8,7 @@ TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
     EXPECT_EQ("4294967295", CString(UINT_MAX));
     EXPECT_EQ("-12", CString(-12L));
-    EXPECT_EQ("-1.23457e+06", CString(-1234567.0)) << "six digits";
+    EXPECT_EQ("-1.23457e+06", CString(-1234567.0)) << "six significant digits";
     const std::pair<CString, int> kNumbers[] = {
         {" \t-12a", -12}, {"010", 10}, {"2147483648", INT_MAX}, {"-9999999999999999", INT_MIN}};
     for (const auto& [text, number] : kNumbers) EXPECT_EQ(number, text.ToInt()) << text;

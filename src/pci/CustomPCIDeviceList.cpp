@@ -83,7 +83,7 @@ unsigned skipPrefix(const char*& text, unsigned base) {
     return *text == '0' ? 8 : 10;
 }
 
-// Whether the detection file may have no such entry: a missing one reads as zeros.
+// Whether the file may lack this device entry: the IDs of a missing one read as 0.
 bool readsAsMissing(const PCIDevice& device) {
     return device.vendorID == 0 && device.deviceID == 0;
 }
@@ -110,13 +110,17 @@ PCIDeviceItem* nextOfName(const PCIDeviceItem* item) {
     return other;
 }
 
-// Counts the item and the later ones of its name, and sets the count of each.
+// Counts the item and the later ones of its name, and gives each of them the count.
 void countName(PCIDeviceItem* first) {
-    first->count = 1;
-    for (PCIDeviceItem* item = nextOfName(first); item; item = nextOfName(item)) ++first->count;
-    PCIDeviceItem* item = first;
-    for (std::int32_t left = first->count; left > 1 && (item = nextOfName(item)); --left)
-        item->count = first->count;
+    PCIDeviceItem* last = first;
+    std::int32_t count = 1;
+    while (PCIDeviceItem* next = nextOfName(last)) {
+        last = next;
+        ++count;
+    }
+    // Up to the last one, since a search for another would go through the rest of the list again.
+    for (PCIDeviceItem* item = first; item != last; item = nextOfName(item)) item->count = count;
+    last->count = count;
 }
 
 // Numbers the item and the later ones of its name, but no more of them than its count says.
@@ -193,7 +197,7 @@ bool CustomPCIDeviceList::initialize(int flags) {
         labelOnBoardAdapters();
     }
     if (flags & INIT_COUNT_DUPLICATES) {
-        if (!head) scanPCIBusAndCreateList();
+        if (!head) scanPCIBusAndCreateList();  // the base class's source, which is empty
         countDuplicateAdapters();
     }
     return true;
@@ -235,10 +239,10 @@ int CustomPCIDeviceList::skipMissingEntries() {
     return nextDeviceIndex;
 }
 
-// Ends the process at once if memory cannot hold an item, and as much again for its texts, for each
-// device entry that is left. Otherwise a run with such a total and a name for the IDs 0 would fill
-// the memory for minutes first. This relies on a kernel that refuses what it cannot give. One that
-// is set up to promise any size lets the trial pass; then the run ends where its memory ends.
+// Ends the process at once if memory cannot hold the items of all device entries that are left, and
+// as much again for their texts. Otherwise a run with such a total would fill the memory for
+// minutes before it ends. This relies on a kernel that refuses what it cannot give. One that is set
+// up to promise any size lets the trial pass; then the run ends where its memory ends.
 void CustomPCIDeviceList::requireMemoryForRest() const {
     const int left = getTotalNumEntries() - nextDeviceIndex;
     if (left <= 0) return;
@@ -262,11 +266,11 @@ bool CustomPCIDeviceList::getNamedAdapters() {
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = configuration.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
-            if (readsAsMissing(*item)) skipMissingEntries();  // they have no name either
+            if (readsAsMissing(*item)) skipMissingEntries();  // which have no name either
             delete item;
             continue;
         }
-        // The missing entries have a name, so all of them will be in the list.
+        // The missing device entries have this name, so all of them will be in the list.
         if (readsAsMissing(*item) && !std::exchange(hasTriedMemory, true)) requireMemoryForRest();
         item->adapterType = configuration.ReadString(item->adapterName, kTypeKey);
         *end = item;

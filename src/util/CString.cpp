@@ -21,9 +21,9 @@ namespace {
 CString g_sBuffer;
 
 // The size of the buffer for a text of this length. A short text gets exactly what it needs, since
-// documents hold many. A long one gets up to a sixteenth more, so that the name lists of a large
-// machine are seldom moved while they grow. The size depends on the length alone, so no member has
-// to keep it.
+// documents hold many. The size of a long one is rounded up to five significant bits, by at most a
+// sixteenth, so that the name lists of a large machine are seldom moved while they grow. The size
+// depends on the length alone, so no member has to keep it.
 std::size_t roomFor(std::size_t length) {
     unsigned shift = 0;
     while (length >> shift >= 32) ++shift;
@@ -110,7 +110,7 @@ void CString::OutOfMemory() {
     std::abort();  // never reached, since ecAbort ends the process
 }
 
-void CString::release() {
+void CString::freeText() {
     if (buffer != emptyText) deallocate(std::exchange(buffer, emptyText));
 }
 
@@ -119,7 +119,7 @@ void CString::release() {
 // the buffer stays.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
-    if (length == 0) return release();
+    if (length == 0) return freeText();
     // The first `kept` characters need not be counted again.
     if (buffer != emptyText && length < roomFor(kept + std::strlen(buffer + kept))) {
         std::memmove(buffer + kept, tail.data(), tail.size());
@@ -134,7 +134,7 @@ void CString::store(std::size_t kept, std::string_view tail) {
 }
 
 void CString::adopt(char* text) {
-    release();
+    freeText();
     buffer = text;
 }
 
@@ -391,7 +391,7 @@ void CString::divide(const CString& sep, bool keepsSeparator) {
     const char* rest = tokenWork->buffer;
     std::string_view head;
     if (!takeToken(rest, sep, head)) return;
-    tokenRest->Assign(rest);
+    tokenRest->Assign(rest);  // first, since rest and head point into tokenWork
     tokenWork->Assign({head.data(), keepsSeparator ? lengthOf(head.data(), rest) : head.size()});
 }
 
@@ -509,7 +509,7 @@ unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
         takeToken(rest, sep, token);
         out[i].Assign(Trimmed(token));
     }
-    tokenRest->Assign(rest);
+    tokenRest->Assign(rest);  // first, since rest and token point into tokenWork
     tokenWork->Assign(token);
     *tokenSeparator = std::move(sep);
     return total;

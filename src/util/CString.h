@@ -47,7 +47,7 @@ public:
     CString(double number) : CString() { ToString(number); }
     ~CString() {
         BufferRelease();
-        release();
+        freeText();
     }
     /// Sets all members to those of a new, empty string. Does NOT free what they held: only for the
     /// start of a constructor.
@@ -86,12 +86,13 @@ public:
     /// The string becomes `n` copies of `c`. Returns its text.
     char* RepeatChar(char c, unsigned n);
     void Empty() {
-        if (lockedLength == 0) release();
+        if (lockedLength == 0) freeText();
     }
 
     // --- Comparison, byte by byte. A null text comes before every string and equals none. ---
 
-    // By reference: an operand may still change a string while the expression is evaluated.
+    // The operands are references, so that `s.AddPath("d") == s` compares the text after the call,
+    // whichever operand is evaluated first.
     friend bool operator==(const CString& a, const CString& b) { return a == b.buffer; }
     friend bool operator==(const CString& a, const char* b) { return order(a.buffer, b) == 0; }
     friend bool operator==(const char* a, const CString& b) { return order(a, b.buffer) == 0; }
@@ -222,10 +223,10 @@ public:
 
     // --- Tokens are the parts of the text between separators. A separator is a whole string. ---
 
-    /// Starts a token walk over a copy of the text and returns the first token, untrimmed. The
-    /// string has one walk. It keeps it until StrTok(sep), StrBreak(sep) or ParseTokens() starts
-    /// the next one, ReleaseBuffer() is called, or the string is destroyed. A copy of the string
-    /// does not have the walk.
+    /// Starts a token walk over a copy of the text and returns the first token, untrimmed. A string
+    /// has one walk at a time. The walk lasts until StrTok(sep), StrBreak(sep) or ParseTokens()
+    /// starts the next one, ReleaseBuffer() is called, or the string is destroyed. A copy of the
+    /// string does not have the walk.
     CString StrTok(CString sep);
     CString StrTok();    ///< The next token. Returns "" for an empty token and after the last one.
     CString StrTokIt();  ///< The step that both forms of StrTok() take.
@@ -309,7 +310,7 @@ private:
     CString convert(int (*fold)(int));
     CString convert(unsigned i, int (*fold)(int));
 
-    void release();  // frees the text; the string is then empty
+    void freeText();  // the string is then empty
     void deleteTokenBuffers();
 
     static char emptyText[1];  // the buffer of every string that holds no memory

@@ -85,15 +85,13 @@ bool CExec::Run(CString command) {
 bool CExec::Execute() {
     m_nMode = kExecute;
     if (m_sCommand.IsEmpty()) return false;
-    CString line = m_sCommand;
-    line.Trim();
     // A word for each token, or the program if there are no words, and the null pointer.
-    char** arguments = new (std::nothrow) char*[line.GetNumberTokens(" ") + 2]();
+    char** arguments = new (std::nothrow) char*[m_sCommand.GetNumberTokens(" ") + 2]();
     if (!arguments) return false;
-    const CString program = splitCommand(line, arguments);
+    const CString program = splitCommand(m_sCommand, arguments);
     execvp(program.c_str(), arguments);
     m_nLastError = errno;  // the program was not started
-    for (char** argument = arguments; *argument; ++argument) delete[] * argument;
+    for (unsigned i = 0; arguments[i]; ++i) delete[] arguments[i];
     delete[] arguments;
     return false;
 }

@@ -193,7 +193,8 @@ CIniFile::LineKindDef CIniFile::DivideLine(CString line, CString& name, CString&
     value.Empty();
     if (text.empty() || isComment(line.c_str())) return lkBlank;
     if (isHeader(line.c_str())) {
-        name.Assign(CString::Trimmed(text.substr(1, text.find(']') - 1)));
+        const std::string_view inside = text.substr(1);
+        name.Assign(CString::Trimmed(inside.substr(0, inside.find(']'))));
         return lkHeader;
     }
     const std::size_t divider = text.find('=');
@@ -271,7 +272,8 @@ bool CIniFile::addToSection(IniLineDef* nextHeader, std::string_view text) {
     return insert(at, text) && (at != nextHeader || insert(nextHeader, ""));
 }
 
-// Adds a section after the last line that is not blank, with a blank line between.
+// Adds a section after the last line that is not blank, with a blank line between. A document of
+// no lines, or only of blank ones, gets no blank line above its first section.
 bool CIniFile::addSection(const CString& section, std::string_view text) {
     IniLineDef* at = blanksAtEnd();
     if (at != m_pFirstLine && !insert(at, "")) return false;

@@ -45,7 +45,8 @@ public:
         CString sLine;
 
         /// Records come from the pool. If memory runs out, the nothrow form returns null and the
-        /// plain form ends the process with the fatal report. The third form is placement new.
+        /// plain form ends the process with the fatal report. The third form is placement new,
+        /// which the other two would hide.
         static void* operator new(std::size_t size);
         static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
         static void* operator new(std::size_t, void* place) noexcept { return place; }

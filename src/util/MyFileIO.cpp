@@ -107,7 +107,7 @@ bool CMyFileIO::Open(CString mode) {
     if (m_sFileName.IsEmpty()) return false;
     if (mode.IsEmpty()) mode = "r";
     CloseFile();
-    m_bTemporary = false;  // still set if a temporary file could not be closed
+    m_bTemporary = false;  // a temporary file that could not be closed has left it set
     m_pFile = openStream(m_sFileName, mode);
     m_bOpen = m_pFile != nullptr;
     m_bEOF = false;
@@ -151,8 +151,10 @@ bool CMyFileIO::ReadString(CString& line) {
 }
 
 unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
+    if (!m_bOpen || size == 0) return 0;
     std::size_t kept = 0;
-    while (m_bOpen && size != 0 && kept == 0 && !m_bEOF) {
+    // The result 0 means the end, so after a block in which nothing is kept, the next one is read.
+    while (kept == 0 && !m_bEOF) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
         m_bEOF = length < size;  // the end of the file, or an error
         m_nReadError = std::ferror(m_pFile) ? errno : 0;

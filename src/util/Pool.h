@@ -12,7 +12,8 @@
 /// use. Larger blocks come from malloc. Under an address sanitizer all blocks do,
 /// since it would not see an overrun inside the pool.
 ///
-/// All code is in this header, so a source that uses the pool links alone.
+/// All code is in this header, so that whoever links a source that uses the pool needs no other one
+/// for it.
 class CPool {
 public:
     CPool() = delete;
