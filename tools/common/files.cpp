@@ -15,7 +15,19 @@
 
 namespace {
 constexpr const char* kNotRegular = "Not a regular file";
+
+bool hasPrefix(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
 }
+
+// Whether the text begins with two ASCII characters in UTF-16: every other byte is zero. A file
+// that a crash left full of zeros is not in UTF-16.
+bool isWide(std::string_view text) {
+    const auto isZero = [&](std::size_t i) { return text[i] == '\0'; };
+    return text.size() >= 4 && isZero(0) != isZero(1) && isZero(0) == isZero(2) &&
+           isZero(1) == isZero(3);
+}
+}  // namespace
 
 bool isThere(const CString& path) {
     struct stat status;
@@ -31,16 +43,14 @@ CString whyUnreadable(const CString& path) {
 }
 
 CString whyMisread(const CString& path) {
-    char start[3] = {};
+    char start[4] = {};
     const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     const ssize_t length = read(descriptor, start, sizeof start);
     close(descriptor);
     const std::string_view text(start, length < 0 ? 0 : static_cast<std::size_t>(length));
-    const std::string_view pair = text.substr(0, 2);
-    // Without a mark, one byte of the first ASCII character is zero.
-    if (pair == "\xFF\xFE" || pair == "\xFE\xFF" || pair.find('\0') != pair.npos)
+    if (hasPrefix(text, "\xFF\xFE") || hasPrefix(text, "\xFE\xFF") || isWide(text))
         return "is UTF-16";
-    return text == "\xEF\xBB\xBF" ? "begins with a byte-order mark" : "";
+    return hasPrefix(text, "\xEF\xBB\xBF") ? "begins with a byte-order mark" : "";
 }
 
 CString faultOf(const CString& path) {
@@ -60,7 +70,8 @@ CString takeLoadFault() {
 
 CString describeRoot() {
     const char* root = std::getenv("RWCD");
-    return root ? CString("RWCD is ") + root : "RWCD is not set";
+    if (!root) return "RWCD is not set";
+    return CString("RWCD is ") + (*root ? root : "empty");
 }
 
 CString requireConfiguration() {

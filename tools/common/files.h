@@ -22,7 +22,7 @@ int complainUnreadable(const CString& path, const CString& reason);
 /// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
 CString takeLoadFault();
 
-/// "RWCD is " and its value, or "RWCD is not set".
+/// "RWCD is " and its value, "RWCD is empty" or "RWCD is not set".
 CString describeRoot();
 
 /// The path of the system configuration file on the CD. If it cannot be read, says so with

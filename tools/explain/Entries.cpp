@@ -1,7 +1,6 @@
 #include "explain/Entries.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 Entries::Entries(const CString& path) {
@@ -12,27 +11,15 @@ Entries::Entries(const CString& path) {
     firstBeyondTotal = reader.findEntry(total);
 
     for (int number = 0; PCIDeviceItem* device = reader.getNextPCIDevice();) {
-        Entry* entry = append(number);
-        entry->device = device;
-        if (!entry->hasIDs() && reader.findEntry(number) != number) {
-            delete std::exchange(entry->device, nullptr);
-            entry->last = reader.skipMissingEntries() - 1;
+        Entry& entry = entries.append({number, number, device});
+        if (!entry.hasIDs() && reader.findEntry(number) != number) {
+            delete std::exchange(entry.device, nullptr);
+            entry.last = reader.skipMissingEntries() - 1;
         }
-        number = entry->last + 1;
+        number = entry.last + 1;
     }
 }
 
 Entries::~Entries() {
-    while (Entry* entry = head) {
-        head = entry->next;
-        delete entry;
-    }
-}
-
-Entry* Entries::append(int number) {
-    auto* entry = CString::Required(new (std::nothrow) Entry);
-    entry->first = entry->last = number;
-    *end = entry;
-    end = &entry->next;
-    return entry;
+    for (const Entry& entry : entries) delete entry.device;
 }

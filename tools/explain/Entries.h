@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/List.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 
@@ -8,22 +9,16 @@
 struct Entry {
     int first = 0;                    ///< The number of the device entry, or of the first one.
     int last = 0;                     ///< The same, or the number of the last one in the gap.
-    PCIDeviceItem* device = nullptr;  ///< What the file says; null in a gap. Owned.
+    PCIDeviceItem* device = nullptr;  ///< What the file says; null in a gap.
     const PCIDeviceItem* adapter = nullptr;  ///< The adapter in the report; null if there is none.
     bool isLeftOut = false;  ///< Whether the CD gives its IDs an empty name, so it has no adapter.
-    Entry* next = nullptr;
-
-    Entry() = default;
-    ~Entry() { delete device; }
-    Entry(const Entry&) = delete;
-    Entry& operator=(const Entry&) = delete;
 
     /// Whether the file gives it an ID that the CD could name.
     bool hasIDs() const { return device && (device->vendorID != 0 || device->deviceID != 0); }
     int getCount() const { return last - first + 1; }
 };
 
-/// The device entries of a detection file, in order. It owns them.
+/// The device entries of a detection file, in order. It owns their devices.
 class Entries {
 public:
     explicit Entries(const CString& path);
@@ -31,16 +26,16 @@ public:
     Entries(const Entries&) = delete;
     Entries& operator=(const Entries&) = delete;
 
-    Entry* getFirst() const { return head; }
+    Entry* begin() { return entries.begin(); }
+    Entry* end() { return entries.end(); }
+    const Entry* begin() const { return entries.begin(); }
+    const Entry* end() const { return entries.end(); }
     int getTotal() const { return total; }  ///< How many there are, gaps included. Never negative.
     /// The smallest number of a device entry that is in the file but not below the total, or -1.
     int getFirstBeyondTotal() const { return firstBeyondTotal; }
 
 private:
-    Entry* append(int number);
-
     int total = 0;
     int firstBeyondTotal = -1;
-    Entry* head = nullptr;
-    Entry** end = &head;
+    List<Entry> entries;
 };

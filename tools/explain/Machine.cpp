@@ -42,7 +42,7 @@ Machine::Machine(const CString& detectionPath, Configuration& configurationFile)
     if (fault == systemPath + ": " + whyUnreadable(systemPath)) fault.Empty();
 
     counts.entries = entries.getTotal();
-    for (Entry* entry = entries.getFirst(); entry; entry = entry->next) label(*entry);
+    for (Entry& entry : entries) label(entry);
 }
 
 void Machine::inspect() {

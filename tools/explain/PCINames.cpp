@@ -53,7 +53,7 @@ struct NamedID {
 
 // Gives the vendor's name to the pairs with its ID.
 void nameVendor(const Pairs& pairs, const NamedID& vendor) {
-    for (Pair* pair = pairs.getFirst(); pair; pair = pair->next)
+    for (Pair* pair : pairs)
         if (pair->vendorID == vendor.id) pair->vendorName = vendor.name;
 }
 

@@ -13,16 +13,15 @@ int compareIDs(const void* left, const void* right) {
 }  // namespace
 
 Pairs::~Pairs() {
-    while (Pair* pair = head) {
+    for (Pair* pair : pairs) {
         tdelete(pair, &tree, compareIDs);
-        head = pair->next;
         delete pair;
     }
 }
 
 void Pairs::add(const CString& path, const Entries& entries) {
-    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next)
-        if (entry->hasIDs()) addTo(require(*entry->device), *entry->device, path);
+    for (const Entry& entry : entries)
+        if (entry.hasIDs()) addTo(require(*entry.device), *entry.device, path);
     ++fileCount;
 }
 
@@ -45,9 +44,7 @@ Pair& Pairs::require(const PCIDeviceItem& device) {
     CString line;
     pair->isMissing = !configuration.FindItem(CustomPCIDeviceList::kMapSection, pair->key, line);
     CString::Required(tsearch(pair, &tree, compareIDs));
-    *end = pair;
-    end = &pair->next;
-    return *pair;
+    return *pairs.append(pair);
 }
 
 // Counts the file, and in the first file the position, of which several functions may follow each

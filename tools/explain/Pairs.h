@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "common/List.h"
 #include "explain/Entries.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
@@ -21,7 +22,6 @@ struct Pair {
     int lastFile = -1;
     CString vendorName;  ///< From the list of PCI IDs; "" when it was not looked up.
     CString deviceName;  ///< The same.
-    Pair* next = nullptr;
 
     bool isBridge() const { return classCode >> 16 == 0x06; }
 };
@@ -37,7 +37,8 @@ public:
 
     /// Adds the pairs of one more detection file.
     void add(const CString& path, const Entries& entries);
-    Pair* getFirst() const { return head; }
+    Pair* const* begin() const { return pairs.begin(); }
+    Pair* const* end() const { return pairs.end(); }
     Pair* find(std::uint16_t vendorID, std::uint16_t deviceID) const;  ///< Null if it is not there.
 
 private:
@@ -46,7 +47,6 @@ private:
 
     CIniFile& configuration;
     void* tree = nullptr;  // the pairs in the order of their IDs, for tsearch
-    Pair* head = nullptr;
-    Pair** end = &head;
+    List<Pair*> pairs;     // in the order in which they were found
     int fileCount = 0;
 };

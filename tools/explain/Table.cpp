@@ -87,12 +87,12 @@ const char* groupLineOf(const PCIDevice& adapter) {
 
 Widths measure(const Entries& entries) {
     Widths widths;
-    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next) {
-        widen(widths.number, numberOf(*entry));
-        if (!entry->adapter) continue;
-        widen(widths.name, printable(entry->adapter->adapterName));
-        widen(widths.type, printable(entry->adapter->adapterType));
-        widen(widths.group, groupLineOf(*entry->adapter));
+    for (const Entry& entry : entries) {
+        widen(widths.number, numberOf(entry));
+        if (!entry.adapter) continue;
+        widen(widths.name, printable(entry.adapter->adapterName));
+        widen(widths.type, printable(entry.adapter->adapterType));
+        widen(widths.group, groupLineOf(*entry.adapter));
     }
     return widths;
 }
@@ -147,15 +147,13 @@ void printEntry(const Entry& entry, Machine& machine, const Widths& widths) {
 }
 
 void printEntries(Machine& machine) {
-    const Entry* const first = machine.entries.getFirst();
-    if (!first) {
+    if (machine.entries.getTotal() == 0) {
         std::printf("No entries: Total_Number_Of_Devices in [PCI] is not a number above 0.\n");
         return;
     }
     const Widths widths = measure(machine.entries);
     printHead(widths);
-    for (const Entry* entry = first; entry; entry = entry->next)
-        printEntry(*entry, machine, widths);
+    for (const Entry& entry : machine.entries) printEntry(entry, machine, widths);
 }
 
 // ---------------------------------------------------------------- Below the table

@@ -63,9 +63,9 @@ void inspectNumbers(const Entries& entries, const Document& detection, Findings&
     const Line* const total = detection.findEntry(section, CustomPCIDeviceList::kTotalKey);
     if (total) inspectTotal(*total, findings);
     inspectUnread(entries, total ? *total : *section, findings);
-    for (const Entry* entry = entries.getFirst(); entry; entry = entry->next) {
-        if (!entry->device) continue;
-        const CString suffix = "." + CString(entry->first);
+    for (const Entry& entry : entries) {
+        if (!entry.device) continue;
+        const CString suffix = "." + CString(entry.first);
         for (const DeviceKey& key : CustomPCIDeviceList::kDeviceKeys)
             if (const Line* line = detection.findEntry(section, key.name + suffix))
                 inspectNumber(key, *line, findings);

@@ -112,7 +112,7 @@ void printPair(const Pair& pair) {
 bool printMissing(const Pairs& pairs) {
     bool isAny = false;
     for (const bool areBridges : {false, true}) {
-        for (const Pair* pair = pairs.getFirst(); pair; pair = pair->next) {
+        for (const Pair* pair : pairs) {
             if (!pair->isMissing || pair->isBridge() != areBridges) continue;
             if (isAny) std::printf("\n");
             isAny = true;
