@@ -115,12 +115,12 @@ void CString::freeText() {
 }
 
 // Replaces the text by its own first `kept` characters and `tail`, which may point into the buffer.
-// The buffer has at least the room that the present text needs. If that is enough for the result,
-// the buffer stays.
+// The buffer has at least the room that roomFor() gives for the present text. If that is enough for
+// the result, the buffer stays.
 void CString::store(std::size_t kept, std::string_view tail) {
     const std::size_t length = kept + tail.size();
     if (length == 0) return freeText();
-    // The first `kept` characters need not be counted again.
+    // To get the present length, only the characters after the first `kept` ones are counted.
     if (buffer != emptyText && length < roomFor(kept + std::strlen(buffer + kept))) {
         std::memmove(buffer + kept, tail.data(), tail.size());
         buffer[length] = '\0';
@@ -276,8 +276,8 @@ bool CString::ReleaseBuffer() {
     if (lockedLength != 0) buffer[lockedLength] = '\0';  // the caller may have filled it
     BufferRelease();
     lockedLength = 0;
-    CString text = buffer;  // in a buffer that fits
-    std::swap(buffer, text.buffer);
+    CString fitting = buffer;  // a copy in a buffer of the right size; frees the large one
+    std::swap(buffer, fitting.buffer);
     return true;
 }
 
@@ -589,12 +589,12 @@ const char* CString::MakePath(CString /*drive*/, CString directory, CString name
 
 const char* CString::AddPath(CString part) {
     const bool endsInSlash = GetLastChar() == '/', beginsWithSlash = part[0] == '/';
-    if (IsEmpty() || part.IsEmpty())
-        *this += part;
-    else if (endsInSlash && beginsWithSlash)
+    if (endsInSlash && beginsWithSlash)
         *this += part.buffer + 1;
+    else if (endsInSlash || beginsWithSlash || IsEmpty() || part.IsEmpty())
+        *this += part;
     else
-        *this += endsInSlash || beginsWithSlash ? part : "/" + part;
+        *this += "/" + part;
     return buffer;
 }
 

@@ -49,7 +49,7 @@ CString splitCommand(CString line, char** arguments) {
         }
         *arguments++ = word.GetCharString();
     }
-    // A line of only blanks still has a program, with an empty name.
+    // A line of only blanks gives one empty word.
     if (program.IsEmpty()) *arguments = program.GetCharString();
     return program;
 }
@@ -85,7 +85,7 @@ bool CExec::Run(CString command) {
 bool CExec::Execute() {
     m_nMode = kExecute;
     if (m_sCommand.IsEmpty()) return false;
-    // A word for each token, or the program if there are no words, and the null pointer.
+    // Room for a word from each token, or for the one empty word of a blank line, and for the null.
     char** arguments = new (std::nothrow) char*[m_sCommand.GetNumberTokens(" ") + 2]();
     if (!arguments) return false;
     const CString program = splitCommand(m_sCommand, arguments);

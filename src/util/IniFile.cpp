@@ -24,9 +24,9 @@ bool isEndless(const CString& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// The size of the block that a file is read into, which is doubled for a line that fills it. No
-// string is longer than INT_MAX. Doublings of 16 * 1024 would end at half of that; these end just
-// below it.
+// The size of the block that a file is read into. For a line that fills it, the size is doubled, up
+// to just below INT_MAX, the greatest length of a string. From 16 * 1024, the last doubling would
+// give one more than INT_MAX.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
 // Only ASCII letters have a case.
@@ -49,8 +49,9 @@ inline const char* skipName(const char* text, std::string_view name) {
     return skipBlanks(text + name.size());
 }
 
-// Whether a line can have this name. In a line, a name ends before the first `end` and the blanks
-// there. Without this test, the line "K  = 1" would match the key "K ", and "K== 1" the key "K=".
+// Whether a line can have this name: the name of a line has no `end` in it, and no blank as its
+// last character. Without this test, the line "K  = 1" would match the key "K ", and "K== 1" the
+// key "K=".
 bool isName(std::string_view name, char end) {
     return name.find(end) == name.npos && (name.empty() || !CString::IsBlank(name.back()));
 }
@@ -97,8 +98,8 @@ const CIniFile::IniLineDef* lastLine(const CIniFile::IniLineDef* first) {
     return first;
 }
 
-// The number after the last "." in the key of a numbered entry, and the name before it. -1 if the
-// line is not one: a number with leading zeros does not count.
+// For an entry "Name.7 = value", returns 7 and sets `name` to "Name". Returns -1 for any other
+// line, for a number with leading zeros, and for one above INT_MAX.
 int numberOf(const char* line, std::string_view& name) {
     const char* end = isComment(line) ? nullptr : std::strchr(line, '=');
     if (!end) return -1;
@@ -318,7 +319,7 @@ bool CIniFile::ReadIniFile(CString path) {
         return true;
     }
     CMyFileIO file;
-    errno = ENOENT;  // of an empty path, which fopen never sees
+    errno = ENOENT;  // for an empty path: OpenFile() refuses it without setting errno
     if (!file.OpenFile(path)) {
         if (errno != ENOENT && errno != ENOTDIR) noteFault(path, errno);
         return false;

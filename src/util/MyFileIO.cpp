@@ -56,8 +56,8 @@ private:
         m_text = m_string.GetBuffer(m_room);
     }
 
-    // No string is longer than INT_MAX. Doublings of 64 would end at half of that; these end just
-    // below it.
+    // The room is doubled up to just below INT_MAX, the greatest length of a string. From 64, the
+    // last doubling would give one more than INT_MAX.
     unsigned m_length = 0, m_room = 63;
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);
