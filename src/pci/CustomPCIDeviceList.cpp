@@ -182,7 +182,7 @@ CustomPCIDeviceList::DeviceNumber CustomPCIDeviceList::readNumber(const DeviceKe
     }
     if (isNegative) {
         number = -number;
-        isTooWide = isTooWide || number != 0;
+        isTooWide = isTooWide || number != 0;  // no negative number fits
     }
     return {static_cast<std::uint32_t>(number & limit), text, isTooWide};
 }
@@ -266,12 +266,16 @@ bool CustomPCIDeviceList::getNamedAdapters() {
     while (PCIDeviceItem* item = getNextPCIDevice()) {
         item->adapterName = configuration.ReadString(kMapSection, getDeviceINIFileEntry(item));
         if (item->adapterName.IsEmpty()) {
-            if (readsAsMissing(*item)) skipMissingEntries();  // which have no name either
+            // The missing device entries have the same IDs, so they have no name either.
+            if (readsAsMissing(*item)) skipMissingEntries();
             delete item;
             continue;
         }
-        // The missing device entries have this name, so all of them will be in the list.
-        if (readsAsMissing(*item) && !std::exchange(hasTriedMemory, true)) requireMemoryForRest();
+        if (readsAsMissing(*item) && !hasTriedMemory) {
+            // The missing device entries have this name too, so all of them will be in the list.
+            requireMemoryForRest();
+            hasTriedMemory = true;
+        }
         item->adapterType = configuration.ReadString(item->adapterName, kTypeKey);
         *end = item;
         end = &item->next;
@@ -360,8 +364,9 @@ void CustomPCIDeviceList::sortDevicesByType() {
     CIniFile configuration(mapFileLocation);
     for (const char* name : kSystemAdapters) {
         const CString systems = configuration.ReadString(name, kSystemsKey);
-        // An empty identifier is part of every text, but IsSubstring never finds it.
-        if (!systemKeyword.IsEmpty() && !systems.IsSubstring(systemKeyword)) continue;
+        // An empty identifier is part of every text, though IsSubstring() never finds it.
+        const bool isOfSystem = systemKeyword.IsEmpty() || systems.IsSubstring(systemKeyword);
+        if (!isOfSystem) continue;
         addName(serviceProcessorDevices, name);
         addName(allDevices, name);
     }

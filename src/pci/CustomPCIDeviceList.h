@@ -55,7 +55,7 @@ public:
     static constexpr const char* kMapSection = "PCIIDMap";
     static constexpr const char* kTypeKey = "AdapterType";
     static constexpr const char* kSystemsKey = "Systems";
-    /// The adapters that the file lists for a system. No machine detects them.
+    /// The system adapters. No scan finds them: the file lists the systems that have them.
     static constexpr const char* kSystemAdapters[] = {"STORMPETREL",
                                                       "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
 
