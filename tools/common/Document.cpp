@@ -6,13 +6,14 @@
 #include <utility>
 
 namespace {
-// Headers come first. Entries are kept together by section.
-unsigned groupOf(const Line& line) { return line.section ? line.section->number : 0; }
+// The line of the section's header. 0 for a header, and for an entry above the first one.
+unsigned sectionOf(const Line& line) { return line.section ? line.section->number : 0; }
 
-// Negative, 0 or positive, like strcmp. 0 if a lookup takes one line for the other.
+// The order of the index, as strcmp gives it: first the headers, then the entries section by
+// section. The result is 0 if lookups cannot tell the lines apart.
 int compareNames(const Line& a, const Line& b) {
     if (a.kind != b.kind) return a.isHeader() ? -1 : 1;
-    if (groupOf(a) != groupOf(b)) return groupOf(a) < groupOf(b) ? -1 : 1;
+    if (sectionOf(a) != sectionOf(b)) return sectionOf(a) < sectionOf(b) ? -1 : 1;
     return strcasecmp(a.name.c_str(), b.name.c_str());
 }
 

@@ -17,7 +17,7 @@ struct Line {
 
     bool isHeader() const { return kind == CIniFile::lkHeader; }
     bool isEntry() const { return kind == CIniFile::lkEntry; }
-    /// Whether an earlier line of the same name keeps lookups from finding it.
+    /// For a header or an entry: whether an earlier one of its name keeps lookups from finding it.
     bool isRepeated() const { return first != this; }
 };
 
@@ -29,7 +29,7 @@ struct Lines {
     const Line* end() const { return last; }
 };
 
-/// An INI file with an index of its names, in which a look-up takes logarithmic time. It gives what
+/// An INI file with an index of its names, in which a lookup takes logarithmic time. It gives what
 /// CIniFile gives, and the numbers of the lines as well. It owns its lines.
 class Document {
 public:

@@ -21,8 +21,8 @@ struct NumberedText {
     bool hasLeadingZeros() const { return digits.size() > 1 && digits.front() == '0'; }
 };
 
-// The letters of a name that count in the search for slips, as capitals. There is room for more
-// than the longest known name: a text that does not fit is near to none.
+// The letters of a name that count in the search for slips, as capitals. A longer name is cut: no
+// known name is nearly as long, so it is not a slip of one, cut or whole.
 class Letters {
 public:
     explicit Letters(std::string_view name) {
@@ -82,6 +82,7 @@ bool KnownName::isMeantBy(std::string_view text) const {
 CString KnownName::correct(std::string_view text) const {
     if (!isNumbered) return name;
     std::string_view digits = NumberedText(text).digits;
+    // Without leading zeros; of zeros alone, one stays.
     digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size() - 1));
     CString number;
     number.Assign(digits);

@@ -11,10 +11,10 @@ struct KnownName {
 
     /// Whether a lookup takes this text for the name.
     bool isNameOf(std::string_view text) const;
-    /// Whether a text that is no known name is so near to this one that it must be a slip: the same
-    /// but for "_", "-", blanks and leading zeros of the number, and for one letter more, less or
-    /// different, or for two neighbours that changed places. The case of letters does not count. In
-    /// a name as short as "PCI", all letters must be the same.
+    /// Whether a text that is not a known name must be a slip of this one. It may have one letter
+    /// more, less or different, or two neighbours that changed places; in a name as short as "PCI",
+    /// all letters must be the same. "_", "-", blanks, leading zeros of the number and the case of
+    /// letters do not count.
     bool isMeantBy(std::string_view text) const;
     /// How such a text must be written.
     CString correct(std::string_view text) const;

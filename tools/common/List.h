@@ -21,7 +21,7 @@ public:
         if (count == room) reserve(2 * room + 16);
         return elements[count++] = std::move(element);
     }
-    /// Makes room for so many elements, at least those that are there.
+    /// Makes room for `size` elements, which must not be fewer than there are.
     void reserve(std::size_t size) {
         T* const moved = CString::Required(new (std::nothrow) T[size]);
         std::move(begin(), end(), moved);

@@ -42,7 +42,7 @@ int printVersion() {
 // Takes the options, of which getopt_long reports those it does not know, and does the work.
 int parseAndRun(int argc, char* argv[]) {
     CString name = running->name;
-    if (argc > 0) argv[0] = name.c_str();  // which getopt_long would print with its path
+    if (argc > 0) argv[0] = name.c_str();  // messages of getopt_long begin with it
     for (int option; (option = getopt_long(argc, argv, "", running->options, nullptr)) != -1;) {
         if (option == kHelp.val) return printHelp();
         if (option == kVersion.val) return printVersion();

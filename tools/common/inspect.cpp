@@ -25,7 +25,7 @@ public:
         return isAnyName ||
                std::any_of(names, names + count, [&](auto& name) { return name.isNameOf(text); });
     }
-    // The one for which a text that is none of them must be meant. Null if there is none.
+    // The name of which the text, which is not one of them, must be a slip. Null if there is none.
     const KnownName* findMeant(std::string_view text) const {
         const KnownName* const end = names + count;
         const auto* found =
@@ -36,7 +36,7 @@ public:
     bool isAnyName = false;  // every name is read
 
 private:
-    KnownName names[10];
+    KnownName names[10];  // each section of the detection file has ten keys
     unsigned count = 0;
 };
 
@@ -68,7 +68,7 @@ void inspectSection(const Lines& lines, const KnownNames& keys, Findings& findin
 }
 
 // `keysOf` gives the keys that are read in the section of a name; none if it is not read.
-// `sections` are those of whose names there may be near misses.
+// `sections` are the names for whose slips to look.
 template <class KeysOf>
 void inspectSections(const Document& document, const KnownNames& sections, KeysOf keysOf,
                      Findings& findings) {
@@ -158,6 +158,7 @@ unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
     unsigned count = 0;
     for (const CString& path : candidates) {
         if (isThere(path)) paths[count++] = path;
+        // The converter does not try the second one, or it is the first one again.
         if (path == taken || candidates[0] == candidates[1]) break;
     }
     return count;

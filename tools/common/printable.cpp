@@ -45,7 +45,7 @@ CString printable(const CString& text) {
     const unsigned length = text.GetLength();
     if (length > INT_MAX / kEscapeLength - 1) CString::OutOfMemory();
     CString result;
-    char* end = result.GetBuffer(length * kEscapeLength + 1);
+    char* end = result.GetBuffer(length * kEscapeLength + 1);  // + 1, since 0 would not lock it
     for (const char* p = text.c_str(); *p;) {
         if (const std::size_t shown = shownLength(p)) {
             std::memcpy(end, p, shown);
