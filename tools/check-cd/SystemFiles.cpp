@@ -14,7 +14,7 @@ SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
         if (!addFilesOf(identifier, system->number))
             findings.add(system->number, "system " + identifier + " has no per-system file");
     }
-    addFilesOf(CustomPCIDeviceList::kUnknownSystem, UINT_MAX);
+    addFilesOf(CustomPCIDeviceList::kUnknownSystem, UINT_MAX);  // after all systems of the map
     dropRepeated();
 }
 

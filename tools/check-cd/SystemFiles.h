@@ -16,7 +16,7 @@ public:
 
     struct File {
         CString path;
-        unsigned order = 0;  // of its first system
+        unsigned order = 0;  // the line of its first system
     };
     const File* begin() const { return files.begin(); }
     const File* end() const { return files.end(); }

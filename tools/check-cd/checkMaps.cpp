@@ -114,12 +114,12 @@ private:
     Findings& findings;
 };
 
-// The report numbers the sections of an adapter from the second one on: NIC, NIC2, NIC3. Returns
-// the adapter in whose sections this name is; null if there is none.
+// The report numbers the sections of an adapter from the second one on: NIC, NIC2, NIC3. For the
+// name of such a numbered section, returns the adapter; otherwise null.
 const Line* findNumbered(const Names& adapters, const CString& name) {
     constexpr int kMostDigits = 10;  // in the largest number
     const int length = static_cast<int>(name.GetLength());
-    for (int at = length; --at > 0 && length - at <= kMostDigits;) {
+    for (int at = length - 1; at > 0 && length - at <= kMostDigits; --at) {
         const char* number = name.c_str() + at;
         if (!std::isdigit(static_cast<unsigned char>(*number))) break;
         if (*number == '0' || std::atoll(number) < 2) continue;

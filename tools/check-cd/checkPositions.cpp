@@ -42,7 +42,7 @@ void checkPosition(std::string_view position, unsigned line, Findings& findings)
 
 void checkList(const Line& onBoard, Findings& findings) {
     const std::string_view all = onBoard.value.c_str();
-    if (all.empty()) return;  // nothing is built in
+    if (all.empty()) return;  // nothing is on-board
     const auto total = static_cast<unsigned>(std::count(all.begin(), all.end(), ';')) + 1;
     if (total > Inventory::kMaxPositions)
         findings.add(onBoard.number, CString(total) + " positions, of which " +

@@ -36,7 +36,8 @@ private:
     List<Identifier> items;
 };
 
-// From `candidate` on, the longest one with which the text begins.
+// The longest of `candidate` and its shorter ones with which the text begins. Null if there is
+// none.
 Identifier* longestStart(Identifier* candidate, std::string_view text) {
     while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
         candidate = candidate->shorter;
@@ -57,6 +58,8 @@ Identifiers::Identifiers(const Names& systems) {
 Identifier* Identifiers::findAtStart(std::string_view text) {
     Identifier* const after = std::upper_bound(
         begin(), end(), text, [](std::string_view t, auto& item) { return t < item.text; });
+    // If the text begins with an identifier, so do all identifiers that stand between the two. So
+    // `shorter` leads to it from the last one that is not after the text.
     return after == begin() ? nullptr : longestStart(after - 1, text);
 }
 

@@ -20,7 +20,7 @@ struct Configuration {
 /// Looks at the maps and at the sections that their names need.
 void checkMaps(const Configuration& configuration, Findings& findings);
 
-/// Looks at the lists of the systems that carry an adapter which no machine detects.
+/// Looks at the lists of the systems that have a system adapter.
 void checkSystemLists(const Configuration& configuration, Findings& findings);
 
 /// Looks at the positions in a per-system file.
