@@ -7,9 +7,9 @@
 /// One device entry of the detection file, or a gap: consecutive ones of which the file holds no
 /// key.
 struct Entry {
-    int first = 0;                    ///< The number of the device entry, or of the first one.
-    int last = 0;                     ///< The same, or the number of the last one in the gap.
-    PCIDeviceItem* device = nullptr;  ///< What the file says; null in a gap.
+    int first = 0;                           ///< Its number, or that of the first one in the gap.
+    int last = 0;                            ///< Its number, or that of the last one in the gap.
+    PCIDeviceItem* device = nullptr;         ///< What the file says; null in a gap.
     const PCIDeviceItem* adapter = nullptr;  ///< The adapter in the report; null if there is none.
     bool isLeftOut = false;  ///< Whether the CD gives its IDs an empty name, so it has no adapter.
 

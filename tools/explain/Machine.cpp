@@ -35,7 +35,8 @@ Machine::Machine(const CString& detectionPath, Configuration& configurationFile)
     identify(configurationFile.path);
     takeInventory(configurationFile.path);
 
-    // What takes the place of the per-system file was loaded last: it hides no other fault.
+    // Only the first fault is told, and the per-system file is loaded last. If it is the one that
+    // cannot be read, all others were read whole.
     const CString systemPath = inventory.getSysINIPathName();
     positions.ReadIniFile(systemPath);
     fault = takeLoadFault();
@@ -86,9 +87,10 @@ void Machine::label(Entry& entry) {
     entry.isLeftOut =
         entry.hasIDs() && configuration.FindItem(CustomPCIDeviceList::kMapSection,
                                                  inventory.getDeviceINIFileEntry(&device), line);
-    (entry.isLeftOut ? counts.leftOut
-     : entry.device  ? counts.unnamed
-                     : counts.missing) += entry.getCount();
+    long long& count = entry.isLeftOut ? counts.leftOut
+                       : entry.device  ? counts.unnamed
+                                       : counts.missing;
+    count += entry.getCount();
 }
 
 void Machine::takeAdapter(Entry& entry) {

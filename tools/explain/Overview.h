@@ -23,7 +23,7 @@ private:
         Counts counts;
         std::size_t warnings = 0;
     };
-    // The widths of the first columns.
+    // The widths of the first columns. At first, those of their heads.
     struct Widths {
         int path = 4, machineType = 12, systemID = 17;
     };

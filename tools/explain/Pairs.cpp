@@ -47,8 +47,8 @@ Pair& Pairs::require(const PCIDeviceItem& device) {
     return *pairs.append(pair);
 }
 
-// Counts the file, and in the first file the position, of which several functions may follow each
-// other. More positions than a per-system file may list are not needed.
+// Counts the file. In the first file, counts the position as well; functions that follow each other
+// may share one. Keeps only as many positions as a per-system file may list.
 void Pairs::addTo(Pair& pair, const PCIDeviceItem& device, const CString& path) const {
     if (pair.lastFile != fileCount) ++pair.fileCount;
     pair.lastFile = fileCount;

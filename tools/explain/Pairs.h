@@ -18,10 +18,10 @@ struct Pair {
     CString positions;            ///< There, in the form of a per-system file.
     unsigned positionCount = 0;   ///< How many there are. `positions` holds only the first ones.
     int fileCount = 0;
-    CString lastPosition;  ///< The last one that was counted, and in which file it was.
-    int lastFile = -1;
-    CString vendorName;  ///< From the list of PCI IDs; "" when it was not looked up.
-    CString deviceName;  ///< The same.
+    CString lastPosition;  ///< The last position that was counted.
+    int lastFile = -1;     ///< The number, from 0, of the last file that was counted.
+    CString vendorName;    ///< From the list of PCI IDs; "" when it was not looked up.
+    CString deviceName;    ///< The same.
 
     bool isBridge() const { return classCode >> 16 == 0x06; }
 };

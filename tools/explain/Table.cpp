@@ -68,7 +68,7 @@ void printSystem(const Machine& machine, const CString& configurationPath) {
 
 // ---------------------------------------------------------------- The table
 
-// The widths of the columns that depend on the entries.
+// The widths of the columns that depend on the entries. At first, those of their heads.
 struct Widths {
     int number = 5, name = 7, type = 4, group = 5;
 };

@@ -19,10 +19,12 @@ CString formatted(const DeviceKey& key, std::uint32_t number) {
     return text;
 }
 
-// What is wrong with the text of a number; "" if nothing is. A text after a blank is a remark.
+// What is wrong with the text of a number; "" if nothing is. If anything but a letter or digit
+// follows the number, the rest is a remark.
 CString describeFault(const DeviceKey& key, const char* text, const DeviceNumber& number) {
     const char* const rest = number.rest;
     const auto isHex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
+    // Without digits, the number ends at once, or after white space and a sign.
     if (*text != '\0' && (rest == text || !isHex(rest[-1]))) return "it has no digits";
     if (number.isTooWide) return "only the low " + CString(key.bits) + " bits are kept";
     if (!std::isalnum(static_cast<unsigned char>(*rest))) return "";
@@ -47,7 +49,7 @@ void inspectTotal(const Line& line, Findings& findings) {
                                   (isPlain ? "it is too large" : "it is not a plain number"));
 }
 
-// Finds what the total hides. `total` is its line, or the header of the section without one.
+// Finds what the total hides. `total` is its line; the header of the section if there is no total.
 void inspectUnread(const Entries& entries, const Line& total, Findings& findings) {
     const int first = entries.getFirstBeyondTotal();
     if (first < 0) return;

@@ -33,14 +33,14 @@ constexpr const char* kUsage =
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
 
-// Whether a file has no such fault. If it has one, prints it.
+// Whether the file has no fault. If it has one, says that the file cannot be read.
 bool isFine(const CString& path, const CString& fault) {
     if (!fault.IsEmpty()) complainUnreadable(path, fault);
     return fault.IsEmpty();
 }
 bool canRead(const CString& path) { return isFine(path, whyUnreadable(path)); }
 
-// Whether there was no fault of loading. If there was, prints it.
+// Whether all files were loaded whole. If not, says which one was not: "PATH: reason".
 bool isWhole(const CString& fault) {
     if (!fault.IsEmpty()) complain("cannot read " + fault);
     return fault.IsEmpty();
