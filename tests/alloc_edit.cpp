@@ -11,7 +11,7 @@
 alignas(CIniFile) static unsigned char g_room[sizeof(CIniFile)];
 
 int main(int, char* argv[]) {
-    // Before the document, since the pool would have room for a line of its own then.
+    // Before the document: after it, the pool has room for this line, and allocates nothing.
     delete new CIniFile::IniLineDef;
     delete[] CString::CreateCharString(1000);
     CCLParams params;

@@ -54,7 +54,7 @@ TEST(Alloc, FailuresEndAReportCleanly) {
 }
 
 TEST(Alloc, FailuresEndAnEditCleanly) {
-    // So many records without a text that memory runs out for a record too.
+    // So many blank lines that some allocations are for records alone.
     const std::string blanks(3000, '\n'), before = "[A]\nK = 1\n" + blanks + "[B]\n" + kLater;
     const std::string after =
         "[A]\nK = changed\nN = 5\n" + blanks + "[B]\n" + kLater + "bare\n\n[C]\nK = 1\n";

@@ -11,13 +11,17 @@ const std::string kNotFound = "\n\nPath or file name not found.\n";
 
 struct Failure {
     const char* rule;
-    std::function<bool(CExec&)> attempt;  // after that of a program that does not exist
+    std::function<bool(CExec&)> attempt;  // follows one with a program that does not exist
     int error;
     std::string words;
 };
 const Failure kFailures[] = {
-    {"Initialize() clears command and error", [](CExec& e) { return e.Initialize(), false; }, 0,
-     "\n\n\n"},
+    {"Initialize() clears command and error",
+     [](CExec& e) {
+         e.Initialize();
+         return false;
+     },
+     0, "\n\n\n"},
     {"running nothing keeps the error", [](CExec& e) { return e.Run(""); }, ENOENT,
      kRun + kNotFound},
     {"executing nothing keeps the error", [](CExec& e) { return e.Execute(""); }, ENOENT,

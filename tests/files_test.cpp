@@ -65,14 +65,14 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     EXPECT_EQ(1, filesIn(folder.path())) << "the end of the object closes it, too";
 
     CMyFileIO file;
-    const int descriptor = dup(0);  // the one that the next file gets
+    const int descriptor = dup(0);
     close(descriptor);
-    EXPECT_TRUE(file.OpenTempFile(dir));
+    EXPECT_TRUE(file.OpenTempFile(dir));  // gets the same descriptor, since it is free again
     close(descriptor);
     EXPECT_FALSE(file.Close()) << "its descriptor is gone";
     EXPECT_TRUE(file.OpenFile(other));
     EXPECT_TRUE(file.Close());
-    EXPECT_TRUE(file.Exists()) << "the temporary file before it does not count";
+    EXPECT_TRUE(file.Exists()) << "a temporary file that could not be closed makes no other one so";
 }
 
 TEST(Files, LeaveNoDescriptorOpen) {

@@ -64,8 +64,8 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     CIniFile::IniLineDef* const first = ini.GetFirstLine();
     EXPECT_EQ(first->pNext, ini.RewindBlanks(first->pPrev));
     first->pPrev = nullptr;
-    EXPECT_EQ("absent", ini.ReadString("", "K", "absent")) << "a lookup needs no such link";
-    EXPECT_TRUE(ini.InsertLine(first, " top ")) << "an insertion there needs no such link";
+    EXPECT_EQ("absent", ini.ReadString("", "K", "absent")) << "a lookup does not need this pPrev";
+    EXPECT_TRUE(ini.InsertLine(first, " top ")) << "an insertion there does not, either";
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
 
     ini.DeleteLines();

@@ -32,7 +32,7 @@ struct Initialization {
 const Initialization kInitializations[] = {
     {"only the detection file has devices to name", kName, true, nullptr, 0},
     {"labelling fails without an item", kName | kLabel | kCount, false, nullptr, 0},
-    {"the detection file alone is no step", kFile, true, nullptr, 0},
+    {"to take the detection file is not a step", kFile, true, nullptr, 0},
     {"items are named", kFile | kName, true, "", -1},
     {"items are named and labelled", kFile | kName | kLabel, true, "TRUE", -1},
     {"items are named and counted", kFile | kName | kCount, true, "", 1},
@@ -83,8 +83,8 @@ TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
     EXPECT_EQ(7, item->deviceNumber) << "the low bits of more than 64 are kept";
     EXPECT_EQ(0, item->functionNumber) << "it is not read from the file";
     EXPECT_EQ(11U, item->classCode) << "the low 32 bits are kept";
-    EXPECT_EQ(18, item->revision) << "its prefix tells the base";
-    EXPECT_EQ(10, item->headerType) << "its prefix tells the base";
+    EXPECT_EQ(18, item->revision) << "0x begins a hexadecimal number";
+    EXPECT_EQ(10, item->headerType) << "0 begins an octal number";
     EXPECT_EQ(3, list.skipMissingEntries());
     EXPECT_EQ(1, std::unique_ptr<PCIDeviceItem>(list.getNextPCIDevice())->vendorID);
     EXPECT_EQ(7, list.findEntry(4));

@@ -44,7 +44,8 @@ struct Outcome {
     std::string out, err;
 };
 
-/// Runs the body in a process of its own, which its result ends. `input` is its standard input.
+/// Runs the body in a process of its own, which ends with the body's result as its status.
+/// `input` is its standard input.
 inline Outcome inChild(const std::function<int()>& body, const std::string& input = "") {
     const ScratchFolder folder;
     const std::string in = folder.file("in", input), out = folder.path("out"), err = out + "err";
