@@ -26,7 +26,8 @@ CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) 
     return all;
 }
 
-// A word that is one blank counts only as the blank that joins the next one.
+// A word that is one blank is joined without a character of its own, so it is left out here. The
+// first value is that of position 0, which is never found.
 void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& outcome) {
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
@@ -42,6 +43,7 @@ void theCaseMattersWhereItIsAskedFor(Strings table, Strings words, const CString
     check((parse({"1!" + upper}, {"", lower}, true)[0] == '0') == (upper == lower));
 }
 
+// The value begins with a quote, so that a path goes on with the word, too.
 void aValueEndsAtTheNextSwitch(const CString& word) {
     for (const char* parameter : {"2/a:", "3/a:"}) {
         const CString outcome = parse({parameter, "1/b"}, {"", "/a:\"", word, "/b"}, true);
