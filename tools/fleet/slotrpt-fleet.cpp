@@ -118,8 +118,8 @@ bool isRunning(const Job& job) { return job.process != 0; }
 
 void finish(Job& job, int status) {
     job.process = 0;
+    if (job.next >= inputs.size()) return;  // even if a signal killed it after its last file
     const int ending = WIFEXITED(status) ? WEXITSTATUS(status) : kFailed;
-    if (ending == kDone) return;
     const CString& path = inputs[job.next].path;
     if (WIFSIGNALED(status))
         fail(path, job.partial, CString("killed by signal ") + CString(WTERMSIG(status)));
