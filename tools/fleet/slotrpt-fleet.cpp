@@ -161,7 +161,7 @@ sigset_t blockSignals() {
     std::signal(SIGXFSZ, SIG_IGN);  // and when their file may not grow
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int request : {SIGHUP, SIGINT, SIGTERM})
+    for (const int request : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         if (std::signal(request, SIG_DFL) == SIG_IGN)
             std::signal(request, SIG_IGN);
         else
