@@ -134,9 +134,10 @@ int advance(Job& job) {
     int status = 0;
     if (isRunning(job) && waitpid(job.process, &status, WNOHANG) > 0) finish(job, status);
     if (isRunning(job) || job.next >= inputs.size()) return 0;
-    const pid_t process = fork();
+    const pid_t parent = getpid(), process = fork();
     if (process == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL);  // when nobody is left to count the files, stop
+        prctl(PR_SET_PDEATHSIG, SIGKILL);       // when nobody is left to count the files, stop
+        if (getppid() != parent) _exit(kDone);  // the signal would come no more
         for (; job.next < inputs.size(); job.next += jobCount)
             convert(inputs[job.next].path, job.partial);
         _exit(kDone);
