@@ -83,9 +83,8 @@ void requireSystemFile(const CString& systemID) {
     CString paths[2];
     inventory.setSystemKeyword(systemID);
     inventory.getSysINICandidates(paths[0], paths[1]);
-    struct stat status;
     for (const CString& path : paths)
-        if (lstat(path.c_str(), &status) == 0) return requireFromCD(path);
+        if (isThere(path)) return requireFromCD(path);
 }
 
 CString describeAbsence() {
