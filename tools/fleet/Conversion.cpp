@@ -137,7 +137,9 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
 void fail(const CString& path, const char* partial, CString reason) {
     unlink(partial);
     const CString earlier = reportPathOf(path);
-    if (unlink(earlier.c_str()) != 0 && errno != ENOENT && errno != EISDIR)
+    struct stat status;
+    const bool isFile = lstat(earlier.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    if (isFile && unlink(earlier.c_str()) != 0)
         reason += "; cannot remove " + earlier + ": " + std::strerror(errno);
     say("failed", path, reason);
 }
