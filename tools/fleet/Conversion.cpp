@@ -40,9 +40,10 @@ void failToWrite() {
 }
 
 void openReport() {
-    // A name that does not fit is cut, so mkstemp refuses it.
+    // A path that does not fit is cut, and mkstemp calls it invalid.
     std::snprintf(partialReport, PATH_MAX, "%s.slotrpt-fleet.XXXXXX", folderOf(input).c_str());
     output = mkstemp(partialReport);
+    if (output < 0 && errno == EINVAL) errno = ENAMETOOLONG;
     if (output < 0) failToWrite();
 }
 
