@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -33,8 +32,6 @@ constexpr const char* kUsage =
     "The environment variable RWCD names the root directory of the product CD.\n"
     "Exit status: 0 all files were converted, 1 some failed or are of an unknown system,\n"
     "2 nothing could be done.\n";
-
-// ---------------------------------------------------------------- The files
 
 // A detection file. The numbers tell its folder, whatever the path to it looks like.
 struct Input {
@@ -86,8 +83,6 @@ int collectInputs(char* operands[]) {
             return complain(a[0].path + " and " + a[1].path + " have the same report");
     return kFine;
 }
-
-// ---------------------------------------------------------------- The jobs
 
 // A place in which one child at a time converts every jobCount-th file. When it fails with one of
 // them, another child goes on with the next.
