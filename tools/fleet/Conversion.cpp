@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "common/files.h"
+#include "common/inspect.h"
 #include "common/printable.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/IniFile.h"
@@ -79,12 +80,9 @@ void requireFromCD(const CString& path) {
 
 // If a per-system file is there and cannot be opened, the converter takes the next one, or none.
 void requireSystemFile(const CString& systemID) {
-    CustomPCIDeviceList inventory;
     CString paths[2];
-    inventory.setSystemKeyword(systemID);
-    inventory.getSysINICandidates(paths[0], paths[1]);
-    for (const CString& path : paths)
-        if (isThere(path)) return requireFromCD(path);
+    const unsigned total = findSystemFiles(systemID, paths);
+    for (unsigned i = 0; i != total; ++i) requireFromCD(paths[i]);
 }
 
 CString describeAbsence() {
