@@ -22,6 +22,12 @@ try() {
     echo "status $result"
 }
 
+# asUser COMMAND...: runs the command. Root then has no right to read and write what a user may not.
+asUser() {
+    [ "$(id -u)" -ne 0 ] || set -- setpriv --bounding-set=-dac_override,-dac_read_search "$@"
+    "$@"
+}
+
 cp -R "$case" "$work/case"
 cd "$work/case"
 # shellcheck source=/dev/null

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "common/files.h"
+#include "common/inspect.h"
 #include "common/printable.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/IniFile.h"
@@ -40,11 +41,11 @@ void failToWrite() {
 }
 
 void openReport() {
-    // A name that does not fit is cut, so mkstemp refuses it.
+    // A path that does not fit is cut, and mkstemp calls it invalid.
     std::snprintf(partialReport, PATH_MAX, "%s.slotrpt-fleet.XXXXXX", folderOf(input).c_str());
     output = mkstemp(partialReport);
-    static const mode_t mode = 0666 & ~umask(0);
-    if (output < 0 || fchmod(output, mode) != 0) failToWrite();
+    if (output < 0 && errno == EINVAL) errno = ENAMETOOLONG;
+    if (output < 0) failToWrite();
 }
 
 // The first error ends the conversion. The converter would go on, and later blocks could fit again.
@@ -68,7 +69,7 @@ int runConverter() {
     CString argument = "/rwpm:" + input;
     char* argv[] = {nullptr, argument.c_str(), nullptr};
     const int status = slotrpt_main(2, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) || close(output) != 0) failToWrite();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) failToWrite();
     return status;
 }
 
@@ -79,13 +80,9 @@ void requireFromCD(const CString& path) {
 
 // If a per-system file is there and cannot be opened, the converter takes the next one, or none.
 void requireSystemFile(const CString& systemID) {
-    CustomPCIDeviceList inventory;
     CString paths[2];
-    inventory.setSystemKeyword(systemID);
-    inventory.getSysINICandidates(paths[0], paths[1]);
-    struct stat status;
-    for (const CString& path : paths)
-        if (lstat(path.c_str(), &status) == 0) return requireFromCD(path);
+    const unsigned total = findSystemFiles(systemID, paths);
+    for (unsigned i = 0; i != total; ++i) requireFromCD(paths[i]);
 }
 
 CString describeAbsence() {
@@ -116,6 +113,8 @@ CString folderOf(const CString& path) { return path.Left(path.ReverseFind("/") +
 void convert(const CString& path, char (&partial)[PATH_MAX]) {
     static const bool isPrepared = prepare();
     if (!isPrepared) _exit(kWithoutMemory);
+    // The umask may forbid the owner to read the report, which is read before it gets this mode.
+    static const mode_t mode = 0666 & ~umask(0);
     input = path;
     partialReport = partial;
     failFor(faultOf(input));
@@ -127,7 +126,9 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
     requireFromCD(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
     if (status != 0) failFor(describeAbsence());
     requireSystemFile(systemID);
-    if (std::rename(partial, reportPathOf(input).c_str()) != 0) failToWrite();
+    if (fchmod(output, mode) != 0 || close(output) != 0 ||
+        std::rename(partial, reportPathOf(input).c_str()) != 0)
+        failToWrite();
     if (systemID != CustomPCIDeviceList::kUnknownSystem) return;
     const CString machineType = report.ReadString(systemID, "MachTypeModelNumber");
     say("unknown system", input,
@@ -138,7 +139,9 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
 void fail(const CString& path, const char* partial, CString reason) {
     unlink(partial);
     const CString earlier = reportPathOf(path);
-    if (unlink(earlier.c_str()) != 0 && errno != ENOENT && errno != EISDIR)
+    struct stat status;
+    const bool isFile = lstat(earlier.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    if (isFile && unlink(earlier.c_str()) != 0)
         reason += "; cannot remove " + earlier + ": " + std::strerror(errno);
     say("failed", path, reason);
 }

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -33,8 +32,6 @@ constexpr const char* kUsage =
     "The environment variable RWCD names the root directory of the product CD.\n"
     "Exit status: 0 all files were converted, 1 some failed or are of an unknown system,\n"
     "2 nothing could be done.\n";
-
-// ---------------------------------------------------------------- The files
 
 // A detection file. The numbers tell its folder, whatever the path to it looks like.
 struct Input {
@@ -87,8 +84,6 @@ int collectInputs(char* operands[]) {
     return kFine;
 }
 
-// ---------------------------------------------------------------- The jobs
-
 // A place in which one child at a time converts every jobCount-th file. When it fails with one of
 // them, another child goes on with the next.
 struct Job {
@@ -118,8 +113,8 @@ bool isRunning(const Job& job) { return job.process != 0; }
 
 void finish(Job& job, int status) {
     job.process = 0;
+    if (job.next >= inputs.size()) return;  // even if a signal killed it after its last file
     const int ending = WIFEXITED(status) ? WEXITSTATUS(status) : kFailed;
-    if (ending == kDone) return;
     const CString& path = inputs[job.next].path;
     if (WIFSIGNALED(status))
         fail(path, job.partial, CString("killed by signal ") + CString(WTERMSIG(status)));
@@ -134,9 +129,10 @@ int advance(Job& job) {
     int status = 0;
     if (isRunning(job) && waitpid(job.process, &status, WNOHANG) > 0) finish(job, status);
     if (isRunning(job) || job.next >= inputs.size()) return 0;
-    const pid_t process = fork();
+    const pid_t parent = getpid(), process = fork();
     if (process == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL);  // when nobody is left to count the files, stop
+        prctl(PR_SET_PDEATHSIG, SIGKILL);       // when nobody is left to count the files, stop
+        if (getppid() != parent) _exit(kDone);  // the signal would come no more
         for (; job.next < inputs.size(); job.next += jobCount)
             convert(inputs[job.next].path, job.partial);
         _exit(kDone);
@@ -161,7 +157,7 @@ sigset_t blockSignals() {
     std::signal(SIGXFSZ, SIG_IGN);  // and when their file may not grow
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int request : {SIGHUP, SIGINT, SIGTERM})
+    for (const int request : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         if (std::signal(request, SIG_DFL) == SIG_IGN)
             std::signal(request, SIG_IGN);
         else
