@@ -23,7 +23,7 @@ namespace {
 constexpr const char* kUsage =
     "usage: slotrpt-fleet [--jobs=N] PATH...\n"
     "Converts detection files as slotrpt does, and lets no wrong report pass. PATH is a file, or\n"
-    "a folder with files *.ini. x.ini gives x.report, any other name gives name.report.\n"
+    "a directory with files *.ini. x.ini gives x.report, any other name gives name.report.\n"
     "\n"
     "  --jobs=N   convert N files at a time, 1 to 256; by default one for each processor\n"
     "  --help     print this text\n"
