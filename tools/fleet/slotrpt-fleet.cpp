@@ -31,7 +31,7 @@ constexpr const char* kUsage =
     "\n"
     "The environment variable RWCD names the root directory of the product CD.\n"
     "Exit status: 0 all files were converted, 1 some failed or are of an unknown system,\n"
-    "2 nothing could be done.\n";
+    "2 the command line is wrong, or the run could not be made or finished.\n";
 
 // A detection file. The numbers tell its folder, whatever the path to it looks like.
 struct Input {
