@@ -13,7 +13,7 @@ namespace {
 constexpr char kUsage[] =
     "usage: slotrpt-check-cd [CD_ROOT]\n"
     "Looks for mistakes in the files of the product CD whose root directory is CD_ROOT, or\n"
-    "RWCD if it is not given. Each is printed as one line, \"file:line: what is wrong\".\n"
+    "RWCD if it is not given. Prints each mistake as one line, \"file:line: what is wrong\".\n"
     "\n"
     "  --help     print this text\n"
     "  --version  print the version\n"

@@ -15,8 +15,8 @@
 namespace {
 constexpr const char* kUsage =
     "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE...\n"
-    "Shows what slotrpt makes of each entry of the detection file FILE, and why. Of\n"
-    "several files, shows one row each.\n"
+    "Shows what slotrpt makes of each device entry of the detection file FILE, and why.\n"
+    "For several files, shows one row each.\n"
     "\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
@@ -26,9 +26,9 @@ constexpr const char* kUsage =
     "  --version       print the version\n"
     "\n"
     "The environment variable RWCD names the root directory of the product CD.\n"
-    "Exit status: 0 all entries have a name or are left out on purpose, and there is no\n"
-    "warning; 1 there are others, or warnings; 2 a file cannot be read. With --missing, 0\n"
-    "no pair is missing, 1 some are.\n";
+    "Exit status: 0 all device entries have a name or are left out on purpose, and there\n"
+    "is no warning; 1 there are others, or warnings; 2 a file cannot be read. With\n"
+    "--missing: 0 no pair is missing, 1 some are, 2 a file cannot be read.\n";
 
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};

@@ -23,7 +23,7 @@ namespace {
 constexpr const char* kUsage =
     "usage: slotrpt-fleet [--jobs=N] PATH...\n"
     "Converts detection files as slotrpt does, and lets no wrong report pass. PATH is a file, or\n"
-    "a folder with files *.ini. x.ini gives x.report, any other name gives name.report.\n"
+    "a directory with files *.ini. x.ini gives x.report, any other name gives name.report.\n"
     "\n"
     "  --jobs=N   convert N files at a time, 1 to 256; by default one for each processor\n"
     "  --help     print this text\n"
@@ -31,7 +31,7 @@ constexpr const char* kUsage =
     "\n"
     "The environment variable RWCD names the root directory of the product CD.\n"
     "Exit status: 0 all files were converted, 1 some failed or are of an unknown system,\n"
-    "2 nothing could be done.\n";
+    "2 the command line is wrong, or the run could not be made or finished.\n";
 
 // A detection file. The numbers tell its folder, whatever the path to it looks like.
 struct Input {
