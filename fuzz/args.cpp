@@ -8,7 +8,8 @@
 
 const char* nameIn(const CString& line) { return line.c_str() + (line[1] == '!' ? 2 : 1); }
 
-// The result and the number of characters, then each value, after a "+" when it was found.
+// The result and the number of characters. Then the value at each position, from one before the
+// first parameter to one after the last: after a "+" if it was found, else after a "-".
 CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) {
     CCLParams params;
     for (const CString& line : table)
@@ -26,8 +27,7 @@ CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) 
     return all;
 }
 
-// A word that is one blank is joined without a character of its own, so it is left out here. The
-// first value is that of position 0, which is never found.
+// Not if a word is one blank: it is joined without a character of its own.
 void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& outcome) {
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();

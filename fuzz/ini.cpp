@@ -73,7 +73,7 @@ void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
     }
 }
 
-// Both texts must begin with a line that is not blank, so that there is one before the blanks.
+// The texts differ only between `from` and `to`. Both must begin with a line that is not blank.
 void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::string& b) {
     const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),
@@ -87,13 +87,13 @@ bool isName(const CString& text, const char* end) {
     return trimmed(text) == text && !text.IsSubstring(end) && text[0] != '[' && text[0] != ';';
 }
 
-// Making the edit again changes nothing. A bare line that is there is refused.
+// Making the edit again changes nothing. Only a bare line that is there is refused.
 void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
     if (edit.letter.Lower() == "d" || !isName(edit.section, "]") || !isName(edit.key, "=")) return;
     const std::string lines = linesOf(ini);
     const CString value = edit.letter == "i" ? CString(edit.value.ToInt()) : trimmed(edit.value);
     if (!edit.isBare()) same(ini.ReadString(edit.section, edit.key), value);
-    check(edit.make(ini) != (edit.isBare() && !edit.key.IsEmpty()));
+    check(edit.make(ini) == (!edit.isBare() || edit.key.IsEmpty()));
     check(linesOf(ini) == lines);
 }
 
@@ -109,8 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
             const Strings fields = strings(parts(line, "|", 4));
             const Edit edit{fields[0], fields[1], fields[2], fields[3]};
             lookupsAgree(ini, edit.section, edit.key);
-            // A bare line is searched before it is trimmed, so it could be added as a blank one, or
-            // once more.
+            // A bare line is compared before it is trimmed: with blanks at its ends, it could be
+            // added once more, or as an empty line.
             const bool isUntrimmed = edit.isBare() && trimmed(edit.key) != edit.key;
             if (!CString("sSibBdD").IsSubstring(edit.letter) || isUntrimmed) continue;
             const std::string before = linesOf(ini);

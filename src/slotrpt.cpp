@@ -155,7 +155,7 @@ void printSections(CustomPCIDeviceList& inventory) {
 void printGroups(const CustomPCIDeviceList& inventory) {
     std::printf("\n[DETECTED_BY_GROUP]");
     for (const GroupLine& line : kGroupLines) {
-        std::printf("\n");
+        std::printf("\n");  // ends the header, and leaves an empty line between two lines
         printLine(line.key, (inventory.*line.names)());
     }
 }

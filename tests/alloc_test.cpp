@@ -9,7 +9,7 @@ std::string memoryReport(const std::string& detail) {
 }
 const std::string kFatal = memoryReport("CString::CreateCharString");
 const std::string kWarning = memoryReport("IniFile.AddLine()");
-const std::string kLater = "X = 2\n";  // follows a line that a document without memory lacks
+const std::string kLater = "X = 2\n";  // a line that is never reached if loading stops
 
 // Runs a program with one argument, and lets each of its allocations fail: alone, then with all
 // that follow. A run prints `expected`, or its beginning and then the fatal report. A status of 2

@@ -11,7 +11,7 @@ const std::string kNotFound = "\n\nPath or file name not found.\n";
 
 struct Failure {
     const char* rule;
-    std::function<bool(CExec&)> attempt;  // follows one with a program that does not exist
+    std::function<bool(CExec&)> attempt;  // made after a failure: ENOENT
     int error;
     std::string words;
 };

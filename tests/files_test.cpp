@@ -72,7 +72,7 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     EXPECT_FALSE(file.Close()) << "its descriptor is gone";
     EXPECT_TRUE(file.OpenFile(other));
     EXPECT_TRUE(file.Close());
-    EXPECT_TRUE(file.Exists()) << "a temporary file that could not be closed makes no other one so";
+    EXPECT_TRUE(file.Exists()) << "a file opened after one that cannot be closed is not temporary";
 }
 
 TEST(Files, LeaveNoDescriptorOpen) {

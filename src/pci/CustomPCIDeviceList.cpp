@@ -325,15 +325,15 @@ bool CustomPCIDeviceList::countDuplicateAdapters() {
 // ---------------------------------------------------------------- Grouping
 
 CustomPCIDeviceList::Group CustomPCIDeviceList::getGroup(const CString& adapterType) {
-    for (const GroupWord& group : kGroupWords)
-        if (adapterType.IsSubstring(group.word)) return group.group;
+    for (const GroupWord& row : kGroupWords)
+        if (adapterType.IsSubstring(row.word)) return row.group;
     return GROUP_NONE;
 }
 
 CustomPCIDeviceList::Group CustomPCIDeviceList::getGroupNoCase(const CString& adapterType) {
     const CString folded = adapterType.Upper();
-    for (const GroupWord& group : kGroupWords)
-        if (folded.IsSubstring(CString(group.word).Upper())) return group.group;
+    for (const GroupWord& row : kGroupWords)
+        if (folded.IsSubstring(CString(row.word).Upper())) return row.group;
     return GROUP_NONE;
 }
 

@@ -18,7 +18,7 @@ class CIniFile;
 ///     adapters.sortDevicesByType();
 class CustomPCIDeviceList : public PCIDeviceList {
 public:
-    /// The flags of initialize(). Each selects a step; combine them with "|".
+    /// The flags of initialize(), combined with "|". The first three select a step each.
     enum {
         INIT_NAME_ADAPTERS = 1,     ///< getNamedAdapters()
         INIT_LABEL_ONBOARD = 2,     ///< labelOnBoardAdapters()
@@ -94,8 +94,8 @@ public:
     void setSystemKeyword(CString systemID);  ///< The system identifier.
     void setInputFile(CString path);  ///< Loads the detection file. A second call does nothing.
     /// Does INIT_FROM_INPUT_FILE first, then the other steps in the order above.
-    /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. Without any other flag
-    /// than INIT_FROM_INPUT_FILE, scans the base class's source, which is empty, and returns true.
+    /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. If no step is selected,
+    /// scans the base class's source, which is empty, and returns true.
     bool initialize(int flags);
 
     // --- The steps ---

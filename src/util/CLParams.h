@@ -59,8 +59,8 @@ public:
     bool GetValue(CString name, CString& value) const;
     bool GetValue(unsigned position, CString& value) const;
     bool GetValue(CString name) const;
-    /// After Parse(), the length of the program's file name without its extension. Each parameter
-    /// found adds 1 and the lengths of its name and value. 0 before Parse().
+    /// After Parse(), the length of the program's file name without its extension, plus, for each
+    /// parameter found, 1 and the lengths of its name and value. 0 before Parse().
     int GetNumberOfCommandLineCharacters() const { return m_nCharacters; }
 
     // --- The steps of Parse() ---

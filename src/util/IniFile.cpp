@@ -24,9 +24,9 @@ bool isEndless(const CString& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// The size of the block that a file is read into. For a line that fills it, the size is doubled, up
-// to just below INT_MAX, the greatest length of a string. From 16 * 1024, the last doubling would
-// give one more than INT_MAX.
+// The size of the block that a file is read into. For a line that fills it, the size is doubled.
+// The last doubling leads to just below INT_MAX, the greatest length of a string. From 16 * 1024,
+// it would give INT_MAX + 1.
 constexpr unsigned kFirstRoom = 16 * 1024 - 1;
 
 // Only ASCII letters have a case.

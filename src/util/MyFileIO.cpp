@@ -56,8 +56,8 @@ private:
         m_text = m_string.GetBuffer(m_room);
     }
 
-    // The room is doubled up to just below INT_MAX, the greatest length of a string. From 64, the
-    // last doubling would give one more than INT_MAX.
+    // A full room is doubled. The last doubling leads to just below INT_MAX, the greatest length of
+    // a string. From 64, it would give INT_MAX + 1.
     unsigned m_length = 0, m_room = 63;
     CString m_string;
     char* m_text = m_string.GetBuffer(m_room);

@@ -87,7 +87,7 @@ private:
         return CString(map.noun) + " " + entry.value + " ";
     }
 
-    // A misspelt header is a finding of its own.
+    // A misspelt header counts as the map: it is a finding of its own.
     void requireMap() {
         const KnownName name = {map.section, false};
         const Lines lines = configuration.document.getLines();

@@ -58,8 +58,8 @@ Identifiers::Identifiers(const Names& systems) {
 Identifier* Identifiers::findAtStart(std::string_view text) {
     Identifier* const after = std::upper_bound(
         begin(), end(), text, [](std::string_view t, auto& item) { return t < item.text; });
-    // If the text begins with an identifier, so do all identifiers that stand between the two. So
-    // `shorter` leads to it from the last one that is not after the text.
+    // Take the identifier that is wanted. The ones between it and the text in the order of bytes
+    // begin with it, too. So `shorter` leads to it from the last one that is not after the text.
     return after == begin() ? nullptr : longestStart(after - 1, text);
 }
 

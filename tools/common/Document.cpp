@@ -60,6 +60,7 @@ Lines Document::getLines(const Line& header) const {
             std::find_if(&header + 1, lines.end(), [](const Line& l) { return l.isHeader(); })};
 }
 
+// The number of `wanted` is 0, so the line that is found is the first one of its name.
 const Line* Document::find(const Line& wanted) const {
     Line* const* const found = std::lower_bound(index.begin(), index.end(), &wanted, comesBefore);
     return found != index.end() && compareNames(**found, wanted) == 0 ? *found : nullptr;

@@ -39,7 +39,7 @@ int printVersion() {
     return kFine;
 }
 
-// Takes the options, of which getopt_long reports those it does not know, and does the work.
+// Takes the options and does the work. getopt_long itself reports an option that it does not know.
 int parseAndRun(int argc, char* argv[]) {
     CString name = running->name;
     if (argc > 0) argv[0] = name.c_str();  // messages of getopt_long begin with it

@@ -2,15 +2,16 @@
 
 #include "util/CString.h"
 
-/// Whether there is something at the path, be it a link that leads nowhere.
+/// Whether there is something at the path, be it a link that leads nowhere. True if the system does
+/// not tell.
 bool isThere(const CString& path);
 
 /// Why the file cannot be read, in the system's words; "" if it can. A pipe, a device or a folder
 /// is refused: the converter takes it as an empty file.
 CString whyUnreadable(const CString& path);
 
-/// What keeps a readable file from being understood: "begins with a byte-order mark", which becomes
-/// a part of the first line, or "is UTF-16". "" if nothing does.
+/// Why a readable file is misread: "is UTF-16", or "begins with a byte-order mark", since the mark
+/// becomes a part of the first line. "" if it is not.
 CString whyMisread(const CString& path);
 
 /// Why the converter does not read the file as it is meant: one of the two above.

@@ -68,7 +68,7 @@ void inspectSection(const Lines& lines, const KnownNames& keys, Findings& findin
 }
 
 // `keysOf` gives the keys that are read in the section of a name; none if it is not read.
-// `sections` are the names for whose slips to look.
+// `sections` are the names that a header may misspell.
 template <class KeysOf>
 void inspectSections(const Document& document, const KnownNames& sections, KeysOf keysOf,
                      Findings& findings) {

@@ -28,8 +28,8 @@ bool inspectFile(const CString& path, Findings& findings);
 /// Whether a section of this name is read for a system.
 bool isSystem(const Names& systems, const CString& name);
 
-/// Gives the paths at which there is something that the converter tries as the per-system file, in
-/// its order: at most one that it cannot open, and the one that it takes. Returns how many.
+/// Gives the paths that the converter tries for the per-system file, if there is something at them:
+/// first those that it cannot open, then the one that it takes, if any. Returns how many.
 unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]);
 
 void inspectDetectionFile(const Document& document, Findings& findings);

@@ -32,9 +32,9 @@ struct Counts {
 /// entry.
 ///
 /// The inventory runs as it does in the converter, and the device entries are read once more. The
-/// adapters of the inventory are the named ones of these, in the same order. A pair of IDs either
-/// has a name or has none. So a device entry has a name exactly if its IDs are those of the next
-/// adapter.
+/// adapters of the inventory are the device entries that have a name, in the same order. A pair of
+/// IDs either has a name or has none. So a device entry has a name exactly if its IDs are those of
+/// the next adapter.
 class Machine {
 public:
     Machine(const CString& detectionPath, Configuration& configuration);
@@ -49,8 +49,8 @@ public:
     CustomPCIDeviceList inventory;
     CIniFile positions;  ///< The per-system file.
     Counts counts;
-    /// The file that was not read whole, as "PATH: reason", so that nothing else here counts. "" if
-    /// all were; what takes the place of the per-system file may be unreadable.
+    /// The file that was not read whole, as "PATH: reason": then nothing else here counts. "" if
+    /// there is none. A per-system file that whyUnreadable() refuses is not a fault.
     CString fault;
 
 private:

@@ -22,7 +22,7 @@ Pairs::~Pairs() {
 void Pairs::add(const CString& path, const Entries& entries) {
     for (const Entry& entry : entries)
         if (entry.hasIDs()) addTo(require(*entry.device), *entry.device, path);
-    ++fileCount;
+    ++currentFile;
 }
 
 Pair* Pairs::find(std::uint16_t vendorID, std::uint16_t deviceID) const {
@@ -50,8 +50,8 @@ Pair& Pairs::require(const PCIDeviceItem& device) {
 // Counts the file. In the first file, counts the position as well; functions that follow each other
 // may share one. Keeps only as many positions as a per-system file may list.
 void Pairs::addTo(Pair& pair, const PCIDeviceItem& device, const CString& path) const {
-    if (pair.lastFile != fileCount) ++pair.fileCount;
-    pair.lastFile = fileCount;
+    if (pair.lastFile != currentFile) ++pair.fileCount;
+    pair.lastFile = currentFile;
     if (pair.fileCount > 1) return;
     pair.firstPath = path;
     const CString position = CString(device.busNumber) + "," + CString(device.deviceNumber);

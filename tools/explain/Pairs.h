@@ -48,5 +48,5 @@ private:
     CIniFile& configuration;
     void* tree = nullptr;  // the pairs in the order of their IDs, for tsearch
     List<Pair*> pairs;     // in the order in which they were found
-    int fileCount = 0;
+    int currentFile = 0;   // the number, from 0, of the file whose pairs are added
 };

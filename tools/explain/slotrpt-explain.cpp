@@ -132,8 +132,8 @@ void fillInNames(const Pairs& pairs, const CString& listPath) {
         if (readPCINames(pairs, path)) return;
 }
 
-// Adds the pairs of the file. Returns false, and says why, if it cannot be read as it is meant: no
-// warning would say that pairs are missing from the list.
+// Adds the pairs of the file. Returns false, and says why, if it cannot be read as it is meant: the
+// list has no warnings, so nothing else would say that it lacks the pairs of this file.
 bool addPairs(const CString& path, Pairs& pairs) {
     if (!isFine(path, faultOf(path))) return false;
     const Entries entries(path);

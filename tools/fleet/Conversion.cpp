@@ -113,7 +113,7 @@ CString folderOf(const CString& path) { return path.Left(path.ReverseFind("/") +
 void convert(const CString& path, char (&partial)[PATH_MAX]) {
     static const bool isPrepared = prepare();
     if (!isPrepared) _exit(kWithoutMemory);
-    // The umask may forbid the owner to read the report, which is read before it gets this mode.
+    // Clears the umask, too: it may forbid the owner to read the report, which is read below.
     static const mode_t mode = 0666 & ~umask(0);
     input = path;
     partialReport = partial;

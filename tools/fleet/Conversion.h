@@ -10,8 +10,8 @@ std::string_view stemOf(const char* path);
 CString reportPathOf(const CString& path);
 CString folderOf(const CString& path);  ///< The path up to its last "/"; "" if there is none.
 
-/// How a child process ends that converts one file after the other. It goes on only while there is
-/// nothing to say about a file. If memory runs out, it cannot even say that.
+/// How a child process ends. It converts one file after the other, until it has to say something
+/// about one. If memory runs out, it cannot even say that.
 enum Ending { kDone, kFailed, kUnknownSystem, kWithoutMemory };
 
 /// In a child: converts the file. While the report is written, its path is in `partial`. Returns

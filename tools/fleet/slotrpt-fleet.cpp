@@ -159,7 +159,7 @@ sigset_t blockSignals() {
     sigemptyset(&signals);
     for (const int request : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         if (std::signal(request, SIG_DFL) == SIG_IGN)
-            std::signal(request, SIG_IGN);
+            std::signal(request, SIG_IGN);  // a signal that the caller ignores stays ignored
         else
             sigaddset(&signals, request);
     std::signal(SIGCHLD, SIG_DFL);  // if a parent ignored this signal, it would never be sent
@@ -187,7 +187,8 @@ void showProgress() {
 int convertAll() {
     constexpr timespec kPause = {0, 100'000'000};  // between two looks at the progress
     const sigset_t awaited = blockSignals();
-    for (int error = 0;; error = 0) {
+    for (;;) {
+        int error = 0;
         for (Job* job = jobs; job != endOfJobs; ++job)
             if (const int reason = advance(*job)) error = reason;
         if (isWatched) showProgress();
