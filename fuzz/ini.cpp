@@ -64,11 +64,10 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
 void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
     for (const Line& line : document.getLines()) {
         const Line* const header = line.section;
-        if (!line.isEntry() || (header && (header->isRepeated() || header->name.IsEmpty())))
-            continue;
-        same(ini.ReadString(header ? header->name : "", line.name, " absent "), line.first->value);
-        check(!header || document.findSection(header->name.Upper()) == header);
-        check(!header || document.findEntry(header, line.name.Upper()) == line.first);
+        if (!line.isEntry() || !header || header->isRepeated() || header->name.IsEmpty()) continue;
+        same(ini.ReadString(header->name, line.name, " absent "), line.first->value);
+        check(document.findSection(header->name.Upper()) == header);
+        check(document.findEntry(header, line.name.Upper()) == line.first);
         check(!document.findEntry(header, line.name + " "));
     }
 }
