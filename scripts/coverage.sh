@@ -1,8 +1,9 @@
 #!/bin/sh
 # Runs the tests and prints how much of src/ they reach: the figures of each file, then every line
 # that was never run and every line with a branch that was never taken, then one line that sums it
-# up. The tests of failed allocations are left out, since the counters need memory of their own. So
-# the lines that only these tests reach are in the list.
+# up. Left out are the tests of failed allocations, since the counters need memory of their own, and
+# fleet.output, in which the counters cannot be written either. So the lines that only these tests
+# reach are in the list.
 #
 #   scripts/coverage.sh
 set -eu
