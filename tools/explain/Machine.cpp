@@ -25,7 +25,7 @@ CString getAddedAdapters(const CString& configurationPath, const CString& system
 }
 }  // namespace
 
-Machine::Machine(const CString& detectionPath, Configuration& configurationFile)
+Machine::Machine(const CString& detectionPath, ConfigurationFile& configurationFile)
     : path(detectionPath),
       findings(detectionPath),
       entries(detectionPath),

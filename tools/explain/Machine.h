@@ -7,8 +7,8 @@
 #include "util/IniFile.h"
 
 /// The system configuration file of the CD.
-struct Configuration {
-    explicit Configuration(const CString& file) : path(file), document(file) {}
+struct ConfigurationFile {
+    explicit ConfigurationFile(const CString& file) : path(file), document(file) {}
 
     const CString path;
     CIniFile document;
@@ -37,7 +37,7 @@ struct Counts {
 /// the next adapter.
 class Machine {
 public:
-    Machine(const CString& detectionPath, Configuration& configuration);
+    Machine(const CString& detectionPath, ConfigurationFile& configuration);
 
     const CString path;
     Findings findings;    ///< What is wrong with the detection file.

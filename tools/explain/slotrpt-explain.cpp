@@ -48,7 +48,7 @@ bool isWhole(const CString& fault) {
 
 // ---------------------------------------------------------------- One machine, or several
 
-int explainOne(const CString& path, Configuration& configuration, Warnings& warnings) {
+int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& warnings) {
     if (!canRead(path)) return kCouldNotRun;
     Machine machine(path, configuration);
     if (!isWhole(machine.fault)) return kCouldNotRun;
@@ -62,7 +62,7 @@ int explainOne(const CString& path, Configuration& configuration, Warnings& warn
 }
 
 // Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
-bool addMachine(const CString& path, Configuration& configuration, Overview& overview) {
+bool addMachine(const CString& path, ConfigurationFile& configuration, Overview& overview) {
     if (!canRead(path)) return false;
     const Machine machine(path, configuration);
     if (!isWhole(machine.fault)) return false;
@@ -70,7 +70,7 @@ bool addMachine(const CString& path, Configuration& configuration, Overview& ove
     return true;
 }
 
-int explainSeveral(int count, char* paths[], Configuration& configuration, Warnings& warnings) {
+int explainSeveral(int count, char* paths[], ConfigurationFile& configuration, Warnings& warnings) {
     Overview overview;
     bool areAllRead = true;
     for (int i = 0; i != count; ++i)
@@ -82,7 +82,7 @@ int explainSeveral(int count, char* paths[], Configuration& configuration, Warni
     return overview.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
 }
 
-int explainMachines(int count, char* paths[], Configuration& configuration) {
+int explainMachines(int count, char* paths[], ConfigurationFile& configuration) {
     Warnings warnings(configuration.path);
     if (!isWhole(takeLoadFault())) return kCouldNotRun;
     const int status = count == 1 ? explainOne(paths[0], configuration, warnings)
@@ -142,7 +142,8 @@ bool addPairs(const CString& path, Pairs& pairs) {
     return true;
 }
 
-int listMissing(int count, char* paths[], Configuration& configuration, const CString& listPath) {
+int listMissing(int count, char* paths[], ConfigurationFile& configuration,
+                const CString& listPath) {
     const CString fault = whyMisread(configuration.path);
     if (!isFine(configuration.path, fault) || !isWhole(takeLoadFault())) return kCouldNotRun;
     Pairs pairs(configuration.document);
@@ -175,7 +176,7 @@ int explain(int count, char* paths[]) {
     if (!listPath.IsEmpty() && !canRead(listPath)) return kCouldNotRun;
     const CString configurationPath = requireConfiguration();
     if (configurationPath.IsEmpty()) return kCouldNotRun;
-    Configuration configuration(configurationPath);
+    ConfigurationFile configuration(configurationPath);
     return isMissingWanted ? listMissing(count, paths, configuration, listPath)
                            : explainMachines(count, paths, configuration);
 }
