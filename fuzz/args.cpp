@@ -27,7 +27,7 @@ CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) 
     return all;
 }
 
-// Not if a word is one blank: it is joined without a character of its own.
+// Does not hold if a word is one blank: it is joined without a character of its own.
 void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& outcome) {
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();

@@ -1,6 +1,7 @@
-// Any bytes as the three files of one run, divided by lines "%%", the whole program in process. The
-// last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. If SLOTRPT_X86 names a build
-// for the other word size, it must agree on every SLOTRPT_X86_STEP-th input, by default on each.
+// Any bytes as the three files of one run, divided by lines "%%". The whole program runs in this
+// process. The last file belongs to the identifiers SRV_ALPHA and UNKNOWN_SERVER. If SLOTRPT_X86
+// names a build for the other word size, it must agree on every SLOTRPT_X86_STEP-th input, by
+// default on each.
 
 #include <sys/wait.h>
 #include <unistd.h>

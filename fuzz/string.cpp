@@ -94,7 +94,7 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     check(broken.ParseTokens(parsed, 1, sep) == 1);
 }
 
-// In one case and without blanks, so that no token is mistaken for another one.
+// Only for texts in one letter case and without blanks, so that no token is taken for another one.
 void tokensAreInsertedAndSorted(const CString& list, const CString& sep) {
     if (std::strpbrk((list + sep).c_str(), " \t\n\x01") || sep.Upper() != sep.Lower()) return;
     CString sorted = list;

@@ -123,7 +123,8 @@ void countName(PCIDeviceItem* first) {
     last->count = count;
 }
 
-// Numbers the item and the later ones of its name, but no more of them than its count says.
+// Numbers the item and the later ones of its name, but no more of them than its count says: the
+// caller may have set a lower count.
 void numberName(PCIDeviceItem* first) {
     first->instance = 1;
     PCIDeviceItem* item = first;
@@ -314,7 +315,7 @@ bool CustomPCIDeviceList::labelOnBoardAdapters() {
 }
 
 bool CustomPCIDeviceList::countDuplicateAdapters() {
-    // An item that has its numbers already is not the first one of its name.
+    // An item with numbers has them from an earlier item of its name or from the caller. They stay.
     for (PCIDeviceItem* item = head; item; item = item->next) {
         if (item->count < 1) countName(item);
         if (item->instance < 1) numberName(item);

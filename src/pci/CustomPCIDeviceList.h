@@ -110,7 +110,8 @@ public:
     /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
     /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
-    bool countDuplicateAdapters();  ///< Sets count and instance of each item. Always true.
+    /// Sets count and instance of each item, unless they are above 0 already. Always true.
+    bool countDuplicateAdapters();
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;
     /// The path of the per-system file on the CD. Its name is the text after the first "_" of the

@@ -21,7 +21,7 @@ public:
         CLSwitch = 1,     ///< The argument equals the name. There is no value.
         CLParam = 2,      ///< The argument begins with the name. The value may span arguments.
         CLPathParam = 3,  ///< The same, but the value spans arguments only inside quotes. If the
-                          ///< name is empty, it takes any argument that is not a switch.
+                          ///< name is empty, it takes any argument for which IsSwitch() is false.
     };
 
     /// One declared parameter.
@@ -66,8 +66,8 @@ public:
     // --- The steps of Parse() ---
 
     /// Collects the value of the parameter `name`. argv[index] begins with this name. The value is
-    /// the rest of that argument and the arguments up to the next switch, joined by single blanks.
-    /// Moves `index` past them and returns it.
+    /// the rest of that argument and the arguments up to the next one for which IsSwitch() is true,
+    /// joined by single blanks. Moves `index` past them and returns it.
     int GetParam(int& index, int argc, const char* const* argv, CString name, CString& value) const;
     /// The same, but adds arguments only while the value has exactly one double quote. The quotes
     /// stay in the value.

@@ -26,7 +26,7 @@ CString g_sBuffer;
 // depends on the length alone, so no member has to keep it.
 std::size_t roomFor(std::size_t length) {
     unsigned shift = 0;
-    while (length >> shift >= 32) ++shift;
+    while ((length >> shift) >= 32) ++shift;
     return ((length >> shift) + 1) << shift;
 }
 

@@ -46,7 +46,8 @@ public:
 
     /// Reads the next line, with its line feed but without carriage returns and NULs. Returns
     /// false, with an empty `line`, at the end of the file; a read error counts as the end. Beware:
-    /// a locked `line` keeps its text, and the result says whether that is empty. Use IsEOF() then.
+    /// a locked `line` keeps its text, and the result is true unless that is empty. Use IsEOF()
+    /// then.
     bool ReadString(CString& line);
     /// Reads up to `size` bytes and removes carriage returns and NULs. Does not add a NUL. Returns
     /// the length of the text that `block` then begins with. 0 means the end of the file, a read

@@ -10,6 +10,7 @@
 SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
     for (const Line* system : systems) {
         const CString& identifier = system->value;
+        // Each identifier once. One without "_" is a finding of another check.
         if (systems.find(identifier) != system || identifier.Find("_") < 0) continue;
         if (!addFilesOf(identifier, system->number))
             findings.add(system->number, "system " + identifier + " has no per-system file");

@@ -37,7 +37,9 @@ private:
 };
 
 // The longest of `candidate` and its shorter ones with which the text begins. Null if there is
-// none.
+// none. If the text begins with an identifier, all identifiers between the two in the order of
+// bytes begin with it, too. So no other one has to be tried if the candidate is the last one that
+// is not after the text.
 Identifier* longestStart(Identifier* candidate, std::string_view text) {
     while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
         candidate = candidate->shorter;
@@ -58,8 +60,6 @@ Identifiers::Identifiers(const Names& systems) {
 Identifier* Identifiers::findAtStart(std::string_view text) {
     Identifier* const after = std::upper_bound(
         begin(), end(), text, [](std::string_view t, auto& item) { return t < item.text; });
-    // Take the identifier that is wanted. The ones between it and the text in the order of bytes
-    // begin with it, too. So `shorter` leads to it from the last one that is not after the text.
     return after == begin() ? nullptr : longestStart(after - 1, text);
 }
 
@@ -92,8 +92,9 @@ private:
         if (isWordStart()) checkWord(longest);
     }
 
-    // Names the longest identifier that begins the word and ends a word. Any text may separate the
-    // identifiers, so a word that is none counts only if it looks like one.
+    // Marks as named the longest identifier that begins here and ends with some word: it may hold
+    // characters that divide words. Any text may separate the identifiers, so a word that is none
+    // counts only if it looks like one.
     void checkWord(Identifier* identifier) {
         while (identifier && !endsWord(identifier->text.size())) identifier = identifier->shorter;
         if (identifier) {

@@ -21,8 +21,8 @@ struct NumberedText {
     bool hasLeadingZeros() const { return digits.size() > 1 && digits.front() == '0'; }
 };
 
-// The letters of a name that count in the search for slips, as capitals. A longer name is cut: no
-// known name is nearly as long, so it is not a slip of one, cut or whole.
+// The letters of a name that count in the search for slips, as capitals. A name of more than 64
+// such letters is cut: no known name is nearly as long, so it is not a slip of one, cut or whole.
 class Letters {
 public:
     explicit Letters(std::string_view name) {

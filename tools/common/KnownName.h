@@ -14,7 +14,7 @@ struct KnownName {
     /// Whether a text that is not a known name must be a slip of this one. It may have one letter
     /// more, less or different, or two neighbours that changed places; in a name as short as "PCI",
     /// all letters must be the same. "_", "-", blanks, leading zeros of the number and the case of
-    /// letters do not count.
+    /// letters do not count. True for the name itself, too.
     bool isMeantBy(std::string_view text) const;
     /// How such a text must be written.
     CString correct(std::string_view text) const;

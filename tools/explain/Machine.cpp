@@ -35,8 +35,8 @@ Machine::Machine(const CString& detectionPath, ConfigurationFile& configurationF
     identify(configurationFile.path);
     takeInventory(configurationFile.path);
 
-    // Only the first fault is told, and the per-system file is loaded last. If it is the one that
-    // cannot be read, all others were read whole.
+    // A per-system file that whyUnreadable() refuses is no fault. It is loaded last, and only the
+    // first fault is told, so all others were read whole.
     const CString systemPath = inventory.getSysINIPathName();
     positions.ReadIniFile(systemPath);
     fault = takeLoadFault();
