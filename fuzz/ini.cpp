@@ -77,6 +77,7 @@ void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::strin
     const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),
                                   std::reverse_iterator(from.second));
+    // No line is removed. At most three are added: a blank one, a header and an entry.
     check(std::count(from.first, to.first.base(), '\n') == 0);
     check(std::count(from.second, to.second.base(), '\n') <= 3);
     check(a.size() - a.find_last_not_of('\n') == b.size() - b.find_last_not_of('\n'));

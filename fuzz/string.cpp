@@ -8,6 +8,7 @@ int lengthOf(const CString& text) { return static_cast<int>(text.GetLength()); }
 
 void partsMakeTheWhole(const CString& text, const CString& other) {
     for (unsigned i = 0; i <= text.GetLength(); ++i) {
+        // GetBuffer(i) keeps the first i characters.
         const CString head = CString(text).GetBuffer(i), tail = text.Substring(i, 0);
         same(head + tail, text);
         same(text.Left(lengthOf(head)) + text.Right(tail.GetLength()), text);
@@ -94,7 +95,7 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     check(broken.ParseTokens(parsed, 1, sep) == 1);
 }
 
-// Only for texts in one letter case and without blanks, so that no token is taken for another one.
+// For a list in capitals. A separator with letters, and blanks, could make one token of another.
 void tokensAreInsertedAndSorted(const CString& list, const CString& sep) {
     if (std::strpbrk((list + sep).c_str(), " \t\n\x01") || sep.Upper() != sep.Lower()) return;
     CString sorted = list;

@@ -11,7 +11,8 @@
 alignas(CIniFile) static unsigned char g_room[sizeof(CIniFile)];
 
 int main(int, char* argv[]) {
-    // Before the document: after it, the pool has room for this line, and allocates nothing.
+    // Made before the document is loaded: later, the pool would have room for the line, and no
+    // allocation could fail.
     delete new CIniFile::IniLineDef;
     delete[] CString::CreateCharString(1000);
     CCLParams params;

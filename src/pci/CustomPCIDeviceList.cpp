@@ -315,7 +315,8 @@ bool CustomPCIDeviceList::labelOnBoardAdapters() {
 }
 
 bool CustomPCIDeviceList::countDuplicateAdapters() {
-    // An item with numbers has them from an earlier item of its name or from the caller. They stay.
+    // An item that has a number when its turn comes has it from an earlier item of its name, or
+    // from the caller.
     for (PCIDeviceItem* item = head; item; item = item->next) {
         if (item->count < 1) countName(item);
         if (item->instance < 1) numberName(item);

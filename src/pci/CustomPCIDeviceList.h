@@ -110,7 +110,9 @@ public:
     /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
     /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
-    /// Sets count and instance of each item, unless they are above 0 already. Always true.
+    /// Sets count and instance of each item, in the order of the list. One whose number is above 0
+    /// when its turn comes keeps it; any other sets those of all later items of its name, too.
+    /// Always true.
     bool countDuplicateAdapters();
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;

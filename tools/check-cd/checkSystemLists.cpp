@@ -37,9 +37,9 @@ private:
 };
 
 // The longest of `candidate` and its shorter ones with which the text begins. Null if there is
-// none. If the text begins with an identifier, all identifiers between the two in the order of
-// bytes begin with it, too. So no other one has to be tried if the candidate is the last one that
-// is not after the text.
+// none. If the text begins with an identifier X, every identifier that is sorted between X and the
+// text begins with X, too. So if the candidate is the last one that is not after the text, X is the
+// candidate or one of its shorter ones.
 Identifier* longestStart(Identifier* candidate, std::string_view text) {
     while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
         candidate = candidate->shorter;
@@ -93,8 +93,8 @@ private:
     }
 
     // Marks as named the longest identifier that begins here and ends with some word: it may hold
-    // characters that divide words. Any text may separate the identifiers, so a word that is none
-    // counts only if it looks like one.
+    // characters that divide words. Any text may separate the identifiers, so a word that is not
+    // an identifier is a finding only if it has a "_".
     void checkWord(Identifier* identifier) {
         while (identifier && !endsWord(identifier->text.size())) identifier = identifier->shorter;
         if (identifier) {
