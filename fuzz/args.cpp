@@ -32,6 +32,7 @@ void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& ou
     unsigned given = words[0].GetFileName().GetLength();
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
     const bool hasBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
+    // "\n-": there is no parameter at position 0.
     check(outcome[0] != '0' || hasBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 

@@ -110,8 +110,9 @@ public:
     /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
     /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
-    /// Sets count and instance of each item, in the order of the list. One whose number is above 0
-    /// when its turn comes keeps it; any other sets those of all later items of its name, too.
+    /// Sets count and instance of each item, in list order. A count above 0 stays; otherwise the
+    /// item counts its name and gives the count to all later items of it. An instance above 0
+    /// stays; otherwise the item numbers itself and the later ones, but no more than its count.
     /// Always true.
     bool countDuplicateAdapters();
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.

@@ -36,10 +36,9 @@ private:
     List<Identifier> items;
 };
 
-// The longest of `candidate` and its shorter ones with which the text begins. Null if there is
-// none. If the text begins with an identifier X, every identifier that is sorted between X and the
-// text begins with X, too. So if the candidate is the last one that is not after the text, X is the
-// candidate or one of its shorter ones.
+// `candidate` is the last identifier that is not sorted after the text. All that is sorted between
+// an identifier X and a text that begins with X begins with X, too. So each X with which the text
+// begins is the candidate or one of its shorter ones. Returns the longest; null if there is none.
 Identifier* longestStart(Identifier* candidate, std::string_view text) {
     while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
         candidate = candidate->shorter;
@@ -92,9 +91,9 @@ private:
         if (isWordStart()) checkWord(longest);
     }
 
-    // Marks as named the longest identifier that begins here and ends with some word: it may hold
-    // characters that divide words. Any text may separate the identifiers, so a word that is not
-    // an identifier is a finding only if it has a "_".
+    // Marks as named the longest identifier that begins here and ends where a word ends: it may
+    // hold characters that divide words. Any text may separate the identifiers, so a word that is
+    // not an identifier is a finding only if it has a "_".
     void checkWord(Identifier* identifier) {
         while (identifier && !endsWord(identifier->text.size())) identifier = identifier->shorter;
         if (identifier) {

@@ -158,7 +158,8 @@ unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
     unsigned count = 0;
     for (const CString& path : candidates) {
         if (isThere(path)) paths[count++] = path;
-        // The converter does not try the second one, or it is the first one again.
+        // After the first path: it is the one taken, so the second is not tried, or both are the
+        // same.
         if (path == taken || candidates[0] == candidates[1]) break;
     }
     return count;

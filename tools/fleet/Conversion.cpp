@@ -29,7 +29,8 @@ void say(const char* what, const CString& path, const CString& text) {
                  printable(path).c_str(), printable(text).c_str());
 }
 
-void failFor(const CString& reason) {
+// Returns only if the reason is empty.
+void failIf(const CString& reason) {
     if (reason.IsEmpty()) return;
     fail(input, partialReport, reason);
     _exit(kFailed);
@@ -37,7 +38,7 @@ void failFor(const CString& reason) {
 
 void failToWrite() {
     const char* const reason = std::strerror(errno);
-    failFor("cannot write " + reportPathOf(input) + ": " + reason);
+    failIf("cannot write " + reportPathOf(input) + ": " + reason);
 }
 
 void openReport() {
@@ -59,9 +60,9 @@ ssize_t writeBlock(void*, const char* block, std::size_t size) {
 }
 
 bool prepare() {
-    // If the converter says that memory runs out, it does so in a report that is not kept.
+    // The converter uses stderr only to say that memory runs out, and the parent says that.
     stdout = stderr = fopencookie(nullptr, "w", {nullptr, writeBlock, nullptr, nullptr});
-    // The process then exits. Without this, the handlers of the parent would run.
+    // After that it calls exit(). Without this handler, those of the parent would run.
     return stdout && std::atexit([] { _exit(kWithoutMemory); }) == 0;
 }
 
@@ -75,7 +76,7 @@ int runConverter() {
 
 void requireFromCD(const CString& path) {
     const CString fault = faultOf(path);
-    if (!fault.IsEmpty()) failFor(path + ": " + fault);
+    if (!fault.IsEmpty()) failIf(path + ": " + fault);
 }
 
 // If a per-system file is there and cannot be opened, the converter takes the next one, or none.
@@ -117,14 +118,14 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
     static const mode_t mode = 0666 & ~umask(0);
     input = path;
     partialReport = partial;
-    failFor(faultOf(input));
+    failIf(faultOf(input));
     openReport();
     const int status = runConverter();
     CIniFile report(partial);
     const CString systemID = report.ReadString("MACH", "SystemID");
-    failFor(takeLoadFault());
+    failIf(takeLoadFault());
     requireFromCD(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
-    if (status != 0) failFor(describeAbsence());
+    if (status != 0) failIf(describeAbsence());
     requireSystemFile(systemID);
     if (fchmod(output, mode) != 0 || close(output) != 0 ||
         std::rename(partial, reportPathOf(input).c_str()) != 0)
@@ -133,7 +134,7 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
     const CString machineType = report.ReadString(systemID, "MachTypeModelNumber");
     say("unknown system", input,
         machineType.IsEmpty() ? "no machine type" : "machine type " + machineType);
-    _exit(kUnknownSystem);
+    _exit(kOfUnknownSystem);
 }
 
 void fail(const CString& path, const char* partial, CString reason) {

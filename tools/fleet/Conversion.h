@@ -12,7 +12,7 @@ CString folderOf(const CString& path);  ///< The path up to its last "/"; "" if 
 
 /// How a child process ends. It converts one file after the other, until it has to say something
 /// about one. If memory runs out, it cannot even say that.
-enum Ending { kDone, kFailed, kUnknownSystem, kWithoutMemory };
+enum Ending { kDone, kFailed, kOfUnknownSystem, kWithoutMemory };
 
 /// In a child: converts the file. While the report is written, its path is in `partial`. Returns
 /// only if the report and all that it was made from are whole, and its system is known.

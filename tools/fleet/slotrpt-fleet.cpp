@@ -119,7 +119,7 @@ void finish(Job& job, int status) {
     if (WIFSIGNALED(status))
         fail(path, job.partial, CString("killed by signal ") + CString(WTERMSIG(status)));
     if (ending == kWithoutMemory) fail(path, job.partial, std::strerror(ENOMEM));
-    ++(ending == kUnknownSystem ? unknown : failed);
+    ++(ending == kOfUnknownSystem ? unknown : failed);
     job.next += jobCount;
 }
 
