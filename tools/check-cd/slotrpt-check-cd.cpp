@@ -29,19 +29,12 @@ void print(Findings& findings) {
     if (findings.getCount() != 0) hasFindings = true;
 }
 
-// Whether the last document was loaded whole. If not, says so.
-bool isLoaded() {
-    const CString fault = takeLoadFault();
-    if (!fault.IsEmpty()) complain("cannot read " + fault);
-    return fault.IsEmpty();
-}
-
 // Returns false if the file could not be checked to its end.
 bool checkSystemFile(const CString& path, const Configuration& configuration) {
     Findings findings(path);
     if (inspectFile(path, findings)) {
         const Document document(path);
-        if (!isLoaded()) return false;
+        if (!isWhole(takeLoadFault())) return false;
         inspectSystemFile(document, configuration.adapters, findings);
         checkPositions(document, configuration, findings);
     }
@@ -56,7 +49,7 @@ bool checkCD(const CString& path) {
         return true;
     }
     const Configuration configuration(path);
-    if (!isLoaded()) return false;
+    if (!isWhole(takeLoadFault())) return false;
     inspectConfiguration(configuration.document, configuration.systems, configuration.adapters,
                          findings);
     checkMaps(configuration, findings);

@@ -68,6 +68,11 @@ CString takeLoadFault() {
     return fault.sPath + ": " + (fault.nError == 0 ? kNotRegular : std::strerror(fault.nError));
 }
 
+bool isWhole(const CString& fault) {
+    if (!fault.IsEmpty()) complain("cannot read " + fault);
+    return fault.IsEmpty();
+}
+
 CString describeRoot() {
     const char* root = std::getenv("RWCD");
     if (!root) return "RWCD is not set";

@@ -40,12 +40,6 @@ bool isFine(const CString& path, const CString& fault) {
 }
 bool canRead(const CString& path) { return isFine(path, whyUnreadable(path)); }
 
-// Whether all files were loaded whole. If not, says which one was not: "PATH: reason".
-bool isWhole(const CString& fault) {
-    if (!fault.IsEmpty()) complain("cannot read " + fault);
-    return fault.IsEmpty();
-}
-
 // ---------------------------------------------------------------- One machine, or several
 
 int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& warnings) {
