@@ -76,7 +76,9 @@ TEST(Strings, KeepStillWhileLocked) {
     EXPECT_TRUE(s.ReleaseBuffer());
     EXPECT_EQ("", s.StrTok()) << "the walk has ended";
     EXPECT_STREQ("777", s.GetBuffer(3));
-    EXPECT_STREQ("777", s.GetBuffer(0)) << "a locked string is unlocked, not emptied";
+    s.GetBuffer(4)[3] = '8';
+    EXPECT_STREQ("7778", s.GetBuffer(9)) << "a new buffer keeps a text without a NUL";
+    EXPECT_STREQ("7778", s.GetBuffer(0)) << "a locked string is unlocked, not emptied";
     s.Converter(CString("abc").GetCharString(), 2);
     EXPECT_EQ("ab", s);
 }

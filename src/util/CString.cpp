@@ -258,9 +258,10 @@ int CString::ToInt() const {
 // ---------------------------------------------------------------- Raw buffer
 
 char* CString::GetBuffer(unsigned n) {
+    const bool isLocked = lockedLength != 0;
+    if (isLocked) unlock();
     if (n == 0) {
-        if (lockedLength == 0) Empty();
-        lockedLength = 0;
+        if (!isLocked) Empty();
         return buffer;
     }
     char* text = allocate(n);
@@ -273,9 +274,8 @@ char* CString::GetBuffer(unsigned n) {
 }
 
 bool CString::ReleaseBuffer() {
-    if (lockedLength != 0) buffer[lockedLength] = '\0';  // the caller may have filled it
+    if (lockedLength != 0) unlock();
     BufferRelease();
-    lockedLength = 0;
     CString fitting = buffer;  // a copy in a buffer of the right size; frees the large one
     std::swap(buffer, fitting.buffer);
     return true;

@@ -16,7 +16,7 @@
 /// copy. The copy is independent, but two threads must not use strings at the same time.
 ///
 /// A string is locked from GetBuffer(n) to ReleaseBuffer(). While it is locked, the caller owns the
-/// buffer, every operation that would change the text does nothing, and ToInt() returns 0.
+/// buffer, every other operation that would change the text does nothing, and ToInt() returns 0.
 class CString {
 public:
     /// The characters that Trim() and the token operations remove. Not carriage return.
@@ -156,8 +156,9 @@ public:
     char* GetBuffer() { return buffer; }
     const char* GetBuffer() const { return buffer; }
     /// Locks the string and returns a buffer of n + 1 bytes, which holds the first n characters of
-    /// the text. The caller may write up to n characters and a NUL. GetBuffer(0) does not lock: it
-    /// unlocks a locked string and empties an unlocked one.
+    /// the text. The caller may write up to n characters and a NUL. Frees the old buffer, even that
+    /// of a locked string. GetBuffer(0) does not lock: it unlocks a locked string and empties an
+    /// unlocked one.
     char* GetBuffer(unsigned n);
     /// Unlocks the string. Its text is the content of the buffer up to the first NUL. Ends the
     /// token walk. Always true.
@@ -231,7 +232,7 @@ public:
     CString StrTok();    ///< The next token. Returns "" for an empty token and after the last one.
     CString StrTokIt();  ///< The step that both forms of StrTok() take.
     /// Starts a walk and returns the text up to the first separator, with the separator; the whole
-    /// text if there is none.
+    /// text if there is none. Beware: StrTok() after it uses the separator of the walk before.
     CString StrBreak(CString sep);
     CString StrBreak();  ///< The text that the walk has not reached yet. Takes no step.
     /// The number of tokens in the blank-trimmed text. 0 if the text or the separator is empty.
@@ -255,7 +256,8 @@ public:
     void SortTokens(CString sep);
     /// Stores up to `max` tokens, blank-trimmed, in `out` and returns how many it stored.
     /// Leaves the other elements unchanged. If it stored a token, it starts a token walk: StrTok()
-    /// then returns the token after the last one stored.
+    /// then returns the token after the last one stored. Beware: counts the tokens of the trimmed
+    /// text, but walks the untrimmed one. They differ if the blanks at an end hold a separator.
     unsigned ParseTokens(CString* out, unsigned max, CString sep);
 
     // --- Case of ASCII letters. While locked, the forms that change the string return "". ---
@@ -311,6 +313,11 @@ private:
     CString convert(unsigned i, int (*fold)(int));
 
     void freeText();  // the string is then empty
+    // Only for a locked string. The caller may have filled the buffer, without a NUL.
+    void unlock() {
+        buffer[lockedLength] = '\0';
+        lockedLength = 0;
+    }
     void deleteTokenBuffers();
 
     static char emptyText[1];  // the buffer of every string that holds no memory
