@@ -30,8 +30,12 @@ asUser() {
 
 cp -R "$case" "$work/case"
 cd "$work/case"
+# The script ends at the first failure that it does not expect. After "||", "set -e" had no effect.
+set +e
 # shellcheck source=/dev/null
-(. ./run) >"$work/actual" 2>&1 </dev/null || result=$?
-[ "${result:-0}" -ne 77 ] || exit 77
-[ "${result:-0}" -eq 0 ] || echo "run ended with status $result" >>"$work/actual"
+(set -e && . ./run) >"$work/actual" 2>&1 </dev/null
+result=$?
+set -e
+[ "$result" -ne 77 ] || exit 77
+[ "$result" -eq 0 ] || echo "run ended with status $result" >>"$work/actual"
 diff -u "$case/expected" "$work/actual"
