@@ -29,7 +29,9 @@ bool SystemFiles::addFilesOf(const CString& system, unsigned order) {
 
 // Several systems may share a file.
 void SystemFiles::dropRepeated() {
-    const auto sort = [&](auto comesBefore) { std::sort(files.begin(), files.end(), comesBefore); };
+    const auto sort = [&](auto comesBefore) {
+        std::stable_sort(files.begin(), files.end(), comesBefore);
+    };
     sort([](const File& a, const File& b) {
         const int order = a.path.Compare(b.path);
         return order != 0 ? order < 0 : a.order < b.order;
