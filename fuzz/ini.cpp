@@ -72,7 +72,8 @@ void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
     }
 }
 
-// The texts differ only between `from` and `to`. Both must begin with a line that is not blank.
+// The texts differ only between `from` and `to`. The caller puts a line before them, or blank lines
+// could stand at their start.
 void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::string& b) {
     const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),

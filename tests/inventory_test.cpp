@@ -78,7 +78,7 @@ TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
     const std::unique_ptr<PCIDeviceItem> item(list.getNextPCIDevice());
     ASSERT_NE(nullptr, item);
     EXPECT_EQ(0xFFFF, item->vendorID) << "a number is cut to 16 bits";
-    EXPECT_EQ(0, item->deviceID) << "a text without digits is 0";
+    EXPECT_EQ(0, item->deviceID) << "0x without a digit after it is the number 0";
     EXPECT_EQ("0xFFFF0000", list.getDeviceINIFileEntry(item.get()));
     EXPECT_EQ(7, item->deviceNumber) << "the low bits of more than 64 are kept";
     EXPECT_EQ(0, item->functionNumber) << "it is not read from the file";

@@ -110,10 +110,10 @@ public:
     /// Labels each item "TRUE" or "FALSE". It is on-board if its bus and device number are among
     /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
-    /// Sets count and instance of each item, in list order. A count above 0 stays; otherwise the
-    /// item counts its name and gives the count to all later items of it. An instance above 0
-    /// stays; otherwise the item numbers itself and the later ones, but no more than its count.
-    /// Always true.
+    /// Sets count and instance of each item, one item after the other in list order. An item whose
+    /// count is not above 0 counts its name, and gives the count to all later items of it, whatever
+    /// they had. One whose instance is not above 0 numbers itself and the later items in the same
+    /// way, but no more than its count. Always true.
     bool countDuplicateAdapters();
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;

@@ -17,8 +17,8 @@ bool isWordLetter(char c) {
 struct Identifier {
     std::string_view text;
     Identifier* shorter = nullptr;  // the longest other one with which this one begins
+    bool isFound = false;           // stands in the list, as a word or within one
     bool isNamed = false;           // stands in the list as a word
-    bool isInside = false;          // stands in the list as a part of a word
 };
 
 // All identifiers, in the order of their bytes. One that is the start of another comes before it.
@@ -71,7 +71,7 @@ public:
     void check() {
         for (at = 0; at != text.size(); ++at) checkPosition();
         for (Identifier& identifier : identifiers)
-            if (identifier.isInside && !identifier.isNamed)
+            if (identifier.isFound && !identifier.isNamed)
                 add("system ", identifier.text, " is found here only as a part of another name");
     }
 
@@ -87,7 +87,7 @@ private:
     void checkPosition() {
         Identifier* const longest = identifiers.findAtStart(text.substr(at));
         // If one is marked already, the shorter ones are, too.
-        for (Identifier* i = longest; i && !i->isInside; i = i->shorter) i->isInside = true;
+        for (Identifier* i = longest; i && !i->isFound; i = i->shorter) i->isFound = true;
         if (isWordStart()) checkWord(longest);
     }
 

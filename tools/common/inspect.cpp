@@ -25,7 +25,7 @@ public:
         return isAnyName ||
                std::any_of(names, names + count, [&](auto& name) { return name.isNameOf(text); });
     }
-    // The name of which the text, which is not one of them, must be a slip. Null if there is none.
+    // For a text that is not a known name: the known name that it must misspell. Null if none.
     const KnownName* findMeant(std::string_view text) const {
         const KnownName* const end = names + count;
         const auto* found =
@@ -158,8 +158,7 @@ unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
     unsigned count = 0;
     for (const CString& path : candidates) {
         if (isThere(path)) paths[count++] = path;
-        // After the first path: it is the one taken, so the second is not tried, or both are the
-        // same.
+        // The second path is not tried if the first one is taken. Both may be the same.
         if (path == taken || candidates[0] == candidates[1]) break;
     }
     return count;

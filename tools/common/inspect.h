@@ -15,7 +15,7 @@
 //     findings.print();
 //
 // The three functions for documents look only where the converter reads: names that it does not
-// read may be anything. They find
+// read may be anything. But inspectSystemFile() looks at the keys of all sections. They find
 // - a section, and a key in its section, that repeats an earlier one and so is never read;
 // - a section or key whose name is nearly one that is read, as KnownName.h says;
 // - a line without "=" in a section that is read;
@@ -34,7 +34,8 @@ unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]);
 
 void inspectDetectionFile(const Document& document, Findings& findings);
 
-/// `systems` are the names of SystemIDMap, `adapters` those of PCIIDMap.
+/// `systems` are the names of SystemIDMap, `adapters` those of PCIIDMap. Names that only malformed
+/// IDs have may be left out: they get into no report.
 void inspectConfiguration(const Document& document, const Names& systems, const Names& adapters,
                           Findings& findings);
 

@@ -15,7 +15,7 @@ struct Pair {
     CString key;                  ///< Its key in section PCIIDMap.
     bool isMissing = false;       ///< Whether the section does not have the key.
     CString firstPath;            ///< The first of the files that have it.
-    CString positions;            ///< There, in the form of a per-system file.
+    CString positions;            ///< In that file, written as in a per-system file.
     unsigned positionCount = 0;   ///< How many there are. `positions` holds only the first ones.
     int fileCount = 0;
     CString lastPosition;  ///< The last position that was counted.
