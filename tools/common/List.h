@@ -19,7 +19,8 @@ public:
     /// Returns the new element. It stays where it is until the list outgrows its room.
     T& append(T element) {
         if (count == room) reserve(2 * room + 16);
-        return elements[count++] = std::move(element);
+        elements[count] = std::move(element);
+        return elements[count++];
     }
     /// Makes room for `size` elements, which must not be fewer than there are.
     void reserve(std::size_t size) {

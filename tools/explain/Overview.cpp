@@ -11,8 +11,6 @@ void Overview::add(const Machine& machine) {
     row.path = printable(machine.path);
     row.machineType = orNone(printable(machine.machineType));
     row.systemID = machine.systemID;
-    CString inLowerCase;
-    machine.inventory.getSysINICandidates(row.systemPath, inLowerCase);
     row.counts = machine.counts;
     row.warnings = machine.findings.getCount();
 }
@@ -37,29 +35,24 @@ void Overview::printRow(const Row& row, const Widths& widths) {
 }
 
 void Overview::print() const {
-    const Widths widths = measure();
+    Row total;
+    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
+    Widths widths = measure();
+    widths.path = std::max(widths.path, countCharacters(total.path));
     printColumn("File", widths.path);
     printColumn("Machine type", widths.machineType);
     printColumn("System identifier", widths.systemID);
     std::printf("Entries  Named  Left out  Unnamed  On-board  Warnings\n");
-    Row total;
     for (const Row& row : rows) {
         printRow(row, widths);
         total.counts += row.counts;
         total.warnings += row.warnings;
     }
-    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
     printRow(total, widths);
 }
 
-void Overview::printSystemFiles(Warnings& warnings) {
-    std::sort(rows.begin(), rows.end(),
-              [](const Row& a, const Row& b) { return a.systemPath < b.systemPath; });
-    CString previous;
-    for (const Row& row : rows) {
-        if (row.systemPath != previous) warnings.printSystemFile(row.systemID);
-        previous = row.systemPath;
-    }
+void Overview::printSystemFiles(Warnings& warnings) const {
+    for (const Row& row : rows) warnings.printSystemFile(row.systemID);
 }
 
 bool Overview::isFine() const {

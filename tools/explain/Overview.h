@@ -11,15 +11,14 @@ public:
     void add(const Machine& machine);
     /// Prints the rows and their totals.
     void print() const;
-    /// Prints what is wrong with the per-system files, each once. Changes the order of the rows.
-    void printSystemFiles(Warnings& warnings);
+    /// Prints what is wrong with the per-system files.
+    void printSystemFiles(Warnings& warnings) const;
     /// Whether each machine is complete and has no warning.
     bool isFine() const;
 
 private:
     struct Row {
         CString path, machineType, systemID;
-        CString systemPath;  // of the per-system file, as it is written; "" if there can be none
         Counts counts;
         std::size_t warnings = 0;
     };

@@ -1,5 +1,6 @@
 #include "explain/Warnings.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "common/inspect.h"
@@ -25,10 +26,19 @@ void Warnings::printConfiguration() {
     print(findings);
 }
 
+// Returns whether the per-system file is not yet among those that were inspected, and adds it.
+bool Warnings::isFirst(const CString& systemPath) {
+    if (std::find(systemPaths.begin(), systemPaths.end(), systemPath) != systemPaths.end())
+        return false;
+    systemPaths.append(systemPath);
+    return true;
+}
+
 void Warnings::printSystemFile(const CString& systemID) {
     CString paths[2];
     const unsigned total = findSystemFiles(systemID, paths);
     for (unsigned i = 0; i != total; ++i) {
+        if (!isFirst(paths[i])) continue;
         Findings findings(paths[i]);
         if (inspectFile(paths[i], findings))
             inspectSystemFile(Document(paths[i]), adapters, findings);

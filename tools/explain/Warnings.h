@@ -2,6 +2,7 @@
 
 #include "common/Document.h"
 #include "common/Findings.h"
+#include "common/List.h"
 #include "common/Names.h"
 #include "util/CString.h"
 
@@ -13,14 +14,18 @@ public:
 
     void print(Findings& findings);  ///< Of any file.
     void printConfiguration();       ///< Of the system configuration file.
-    /// Of the per-system file, or of what takes its place.
+    /// Of the per-system file, or of what takes its place. Systems may share a file: its
+    /// warnings are printed once.
     void printSystemFile(const CString& systemID);
     std::size_t getCount() const { return count; }  ///< Of all that were printed.
 
 private:
+    bool isFirst(const CString& systemPath);
+
     const CString configurationPath;
     const Document configuration;
     const Names systems;
     const Names adapters;
+    List<CString> systemPaths;  // of the per-system files that were inspected
     std::size_t count = 0;
 };
