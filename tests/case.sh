@@ -30,7 +30,8 @@ asUser() {
 
 cp -R "$case" "$work/case"
 cd "$work/case"
-# The script ends at the first failure that it does not expect. After "||", "set -e" had no effect.
+# The script ends at its first command that fails, unless it expects that. If this line ended with
+# "|| result=$?", the shell would ignore its "set -e".
 set +e
 # shellcheck source=/dev/null
 (set -e && . ./run) >"$work/actual" 2>&1 </dev/null

@@ -111,9 +111,9 @@ public:
     /// the first four positions that the per-system file lists for its name. Always true.
     bool labelOnBoardAdapters();
     /// Sets count and instance of each item, one item after the other in list order. An item whose
-    /// count is not above 0 counts its name, and gives the count to all later items of it, whatever
-    /// they had. One whose instance is not above 0 numbers itself and the later items in the same
-    /// way, but no more than its count. Always true.
+    /// count is not above 0 counts itself and the later items of its name, and gives them all that
+    /// count, whatever they had. One whose instance is not above 0 numbers itself and the later
+    /// items in the same way, but no more than its count. Always true.
     bool countDuplicateAdapters();
     /// The key of the item's IDs in PCIIDMap: "0x" and eight upper-case hexadecimal digits.
     CString getDeviceINIFileEntry(const PCIDeviceItem* item) const;

@@ -2,8 +2,8 @@
 
 #include "pci/PCIDevice.h"
 
-/// A device in a list. An item owns the next one, so deleting it deletes the rest of the list too.
-/// Items must be created with new.
+/// A device in a list. An item owns the next one, which must be created with new. So deleting an
+/// item deletes the rest of the list, too.
 struct PCIDeviceItem : PCIDevice {
     PCIDeviceItem* next = nullptr;
 

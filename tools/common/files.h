@@ -23,8 +23,8 @@ int complainUnreadable(const CString& path, const CString& reason);
 /// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
 CString takeLoadFault();
 
-/// Whether every file was read whole: takeLoadFault() told no fault. If it did, says with
-/// complain() which file cannot be read.
+/// Whether the fault, as takeLoadFault() told it, is "". If not, says with complain() that the file
+/// cannot be read.
 bool isWhole(const CString& fault);
 
 /// "RWCD is " and its value, "RWCD is empty" or "RWCD is not set".

@@ -13,7 +13,7 @@ struct Entry {
     const PCIDeviceItem* adapter = nullptr;  ///< The adapter in the report; null if there is none.
     bool isLeftOut = false;  ///< Whether the CD gives its IDs an empty name, so it has no adapter.
 
-    /// Whether the file gives it an ID that the CD could name.
+    /// Whether the file gives it an ID other than 0.
     bool hasIDs() const { return device && (device->vendorID != 0 || device->deviceID != 0); }
     int getCount() const { return last - first + 1; }
 };

@@ -45,7 +45,7 @@ public:
     CString systemID;
     CString directory;  ///< "" if the CD gives the system none.
     Entries entries;
-    CString addedAdapters;  ///< The adapters of a report without a device entry, joined by ",".
+    CString addedAdapters;  ///< Those of the report that have no device entry, joined by ",".
     CustomPCIDeviceList inventory;
     CIniFile positions;  ///< The per-system file.
     Counts counts;

@@ -10,7 +10,7 @@ namespace {
 using DeviceKey = CustomPCIDeviceList::DeviceKey;
 using DeviceNumber = CustomPCIDeviceList::DeviceNumber;
 
-// The number as the CD or the report has it.
+// IDs and the class code in hexadecimal, other numbers in decimal.
 CString formatted(const DeviceKey& key, std::uint32_t number) {
     if (key.base == 0 && key.bits == 16) return number;
     char text[] = "0x00000000";
