@@ -149,8 +149,12 @@ TEST(Inventory, ListsBothSystemAdaptersForAnEmptyIdentifier) {
 }
 
 TEST(Inventory, FreesAnyNumberOfItemsWithoutRecursion) {
-    PCIDeviceItem* const first = new PCIDeviceItem;
-    PCIDeviceItem* last = first;
-    for (int i = 0; i < 200000; ++i) last = last->next = new PCIDeviceItem;
-    delete first;
+    const Outcome run = inChild([] {
+        PCIDeviceItem* const first = new PCIDeviceItem;
+        PCIDeviceItem* last = first;
+        for (int i = 0; i < 200000; ++i) last = last->next = new PCIDeviceItem;
+        delete first;
+        return 5;
+    });
+    EXPECT_EQ(5, run.status) << "the stack overflows";
 }
