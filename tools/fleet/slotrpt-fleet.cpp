@@ -183,16 +183,20 @@ void showProgress() {
 }
 
 // Returns 0, or an errno if no process can be started. Having no room for another one is no error
-// as long as a child runs: when it ends, there will be room.
+// as long as a child runs: when it ends, there is room.
 int convertAll() {
     constexpr timespec kPause = {0, 100'000'000};  // between two looks at the progress
     const sigset_t awaited = blockSignals();
+    bool wasRunning = false;  // whether a child ran after the last look
     for (;;) {
         int error = 0;
         for (Job* job = jobs; job != endOfJobs; ++job)
             if (const int reason = advance(*job)) error = reason;
         if (isWatched) showProgress();
-        if (std::none_of(jobs, endOfJobs, isRunning)) return error;
+        // If the last child has just ended, there may be room for what had none before.
+        const bool isAnyRunning = std::any_of(jobs, endOfJobs, isRunning);
+        if (!isAnyRunning && (error == 0 || !wasRunning)) return error;
+        wasRunning = isAnyRunning;
         const int signal = sigtimedwait(&awaited, nullptr, &kPause);
         if (signal > 0 && signal != SIGCHLD) endBy(signal, awaited);
     }
