@@ -344,7 +344,6 @@ bool CIniFile::readLines(CMyFileIO& file) {
         unfinished = static_cast<unsigned>(rest.size());
         std::memmove(text, rest.data(), unfinished);
         if (unfinished == room) {
-            text[room] = '\0';  // GetBuffer keeps the text before the NUL
             room *= 2;
             text = block.GetBuffer(room);
         }

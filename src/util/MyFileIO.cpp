@@ -51,7 +51,6 @@ public:
 
 private:
     void grow() {
-        text();  // puts a NUL, since GetBuffer keeps the text before it
         m_room *= 2;
         m_text = m_string.GetBuffer(m_room);
     }
@@ -75,7 +74,8 @@ bool gatherLine(std::FILE* file, Gatherer& line) {
 // In the version resource of an executable, the key "FileVersion" and its value are UTF-16,
 // little-endian. Three zeros end each of them: the upper byte of the last letter and a final NUL.
 
-// Reads up to the last letter of the key, which is not compared. False at the end of the file.
+// Reads up to the last letter of the key, which is not compared. A byte that does not match is not
+// tried as the first one of the key. False at the end of the file.
 bool skipToVersion(std::FILE* file) {
     static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
     constexpr unsigned kLength = sizeof kPattern;  // with the 0 that follows the "o"
@@ -111,6 +111,7 @@ bool CMyFileIO::Open(CString mode) {
     m_pFile = openStream(m_sFileName, mode);
     m_bOpen = m_pFile != nullptr;
     m_bEOF = false;
+    m_nReadError = 0;
     return m_bOpen;
 }
 
