@@ -44,7 +44,7 @@ void aDocumentHoldsTheLinesOfItsFile(const CIniFile& ini) {
 
 void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const CString value = ini.ReadString(section, key, " absent ");
-    CString line = "=", name, divided = " absent ";
+    CString line, name, divided = " absent ";
     const bool isFound = ini.FindItem(section, key, line);
     check(!isFound || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
     check(!isFound || key.EqualsNoCase(name));
@@ -72,8 +72,8 @@ void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
     }
 }
 
-// The texts differ only between `from` and `to`. The caller puts a line before them, or blank lines
-// could stand at their start.
+// The texts differ only between `from` and `to`. The caller puts a line before them, since
+// the last check needs one that is not blank.
 void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::string& b) {
     const auto from = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),

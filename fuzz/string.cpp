@@ -95,7 +95,7 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     check(broken.ParseTokens(parsed, 1, sep) == 1);
 }
 
-// For a list in capitals. Tries no separator with letters, since a search does not see their case,
+// For a list in capitals. Tries no separator with letters, since InsertToken() finds no small ones,
 // and no blanks, since they are trimmed off. \x01 is the token that is inserted.
 void tokensAreInsertedAndSorted(const CString& list, const CString& sep) {
     if (std::strpbrk((list + sep).c_str(), " \t\n\x01") || sep.Upper() != sep.Lower()) return;

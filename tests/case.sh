@@ -30,8 +30,8 @@ asUser() {
 
 cp -R "$case" "$work/case"
 cd "$work/case"
-# The script ends at its first command that fails, unless it expects that. If this line ended with
-# "|| result=$?", the shell would ignore its "set -e".
+# The script ends at its first command that fails, unless it expects that. If "|| result=$?"
+# followed the brackets, the shell would ignore the "set -e" in them.
 set +e
 # shellcheck source=/dev/null
 (set -e && . ./run) >"$work/actual" 2>&1 </dev/null

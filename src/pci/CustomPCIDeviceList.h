@@ -80,7 +80,7 @@ public:
     /// The same, if the case of letters did not count: what a misspelt type was meant to select.
     static Group getGroupNoCase(const CString& adapterType);
 
-    /// What the text of a key of a device entry reads as.
+    /// What the value of a key of a device entry reads as.
     struct DeviceNumber {
         std::uint32_t value;
         const char* rest;  ///< The text after the number.
@@ -93,7 +93,7 @@ public:
     void setMapFileLocation(CString path);    ///< The system configuration file.
     void setSystemKeyword(CString systemID);  ///< The system identifier.
     void setInputFile(CString path);  ///< Loads the detection file. A second call does nothing.
-    /// Does INIT_FROM_INPUT_FILE first, then the other steps in the order above.
+    /// Does INIT_FROM_INPUT_FILE first, then the steps in the order above.
     /// Returns false if the list is empty when INIT_LABEL_ONBOARD is due. If no step is selected,
     /// scans the base class's source, which is empty, and returns true.
     bool initialize(int flags);

@@ -61,7 +61,7 @@ public:
     // --- Assignment, appending and concatenation. The operand may point into the string. ---
 
     void operator=(const CString& other) { *this = other.buffer; }
-    /// Swaps the texts. If one of the strings is locked, copies the text instead.
+    /// Swaps the texts. If `other` is locked, copies its text instead.
     void operator=(CString&& other) noexcept {
         if (lockedLength == 0 && other.lockedLength == 0)
             std::swap(buffer, other.buffer);
@@ -248,11 +248,12 @@ public:
     void AddToken(CString token, CString sep);
     /// Inserts `token` before the token `before`, which is found without regard to case. If
     /// `before` is empty, inserts at the start; if it is not found, appends. An empty token changes
-    /// nothing. Beware: positions count in the trimmed text, so leading blanks shift the place.
+    /// nothing. Beware: positions count in the trimmed text, so leading blanks shift the place. And
+    /// a separator with lower-case letters is not found.
     void InsertToken(CString token, CString before, CString sep);
     /// Sorts the tokens in byte order and drops empty ones. If all are empty, the text stays.
     /// Beware: tokens that differ only in case may stay in the wrong order, since InsertToken()
-    /// does not tell them apart.
+    /// does not tell them apart. So may tokens divided by a separator with lower-case letters.
     void SortTokens(CString sep);
     /// Stores up to `max` tokens, blank-trimmed, in `out` and returns how many it stored.
     /// Leaves the other elements unchanged. If it stored a token, it starts a token walk: StrTok()

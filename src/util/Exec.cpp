@@ -34,7 +34,7 @@ CString wordsFor(int error) {
 }
 
 // Fills the argument vector, which has room for all words and a null pointer, with copies of the
-// words of the line. Removes the directory from the first word. Returns that word as it was typed.
+// words of the line. Removes the directory from the first word, and returns the word with it.
 CString splitCommand(CString line, char** arguments) {
     CString program;
     char* rest = nullptr;

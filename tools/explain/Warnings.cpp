@@ -26,8 +26,8 @@ void Warnings::printConfiguration() {
     print(findings);
 }
 
-// Returns whether the per-system file is not yet among those that were inspected, and adds it.
-bool Warnings::isFirst(const CString& systemPath) {
+// Adds the file to those that were inspected. Returns false if it is one of them already.
+bool Warnings::addIfNew(const CString& systemPath) {
     if (std::find(systemPaths.begin(), systemPaths.end(), systemPath) != systemPaths.end())
         return false;
     systemPaths.append(systemPath);
@@ -38,7 +38,7 @@ void Warnings::printSystemFile(const CString& systemID) {
     CString paths[2];
     const unsigned total = findSystemFiles(systemID, paths);
     for (unsigned i = 0; i != total; ++i) {
-        if (!isFirst(paths[i])) continue;
+        if (!addIfNew(paths[i])) continue;
         Findings findings(paths[i]);
         if (inspectFile(paths[i], findings))
             inspectSystemFile(Document(paths[i]), adapters, findings);

@@ -20,7 +20,7 @@ public:
     std::size_t getCount() const { return count; }  ///< Of all that were printed.
 
 private:
-    bool isFirst(const CString& systemPath);
+    bool addIfNew(const CString& systemPath);
 
     const CString configurationPath;
     const Document configuration;
