@@ -326,7 +326,7 @@ private:
     char* buffer = emptyText;   // never null
     unsigned lockedLength = 0;  // while locked, the n of GetBuffer(n); otherwise 0
     bool tokenBuffersReady = false;
-    CString* tokenWork = nullptr;  // the three strings of a token walk: null until the first one
+    CString* tokenWork = nullptr;  // the strings of a token walk, or three nulls
     CString* tokenRest = nullptr;
     CString* tokenSeparator = nullptr;
 };

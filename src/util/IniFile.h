@@ -113,7 +113,8 @@ public:
     bool WriteString(CString section, CString key, CString value, bool bAllowDuplicate,
                      bool bFlush);
     /// Adds a line without a key to the section, or above the first header. If `bAllowDuplicate` is
-    /// false and the section has the same line, returns false.
+    /// false and the section has the same line, returns false. Beware: a text with blanks at its
+    /// ends is never the same as a line, since lines are trimmed.
     bool WriteString(CString section, CString value, bool bAllowDuplicate, bool bFlush);
     bool WriteString(CString value, bool bAllowDuplicate, bool bFlush);
     /// Sets an entry to a decimal number. Does not write the document.

@@ -13,7 +13,7 @@ Entries::Entries(const CString& path) {
     for (int number = 0; PCIDeviceItem* device = reader.getNextPCIDevice();) {
         Entry& entry = entries.append({number, number, device});
         if (!entry.hasIDs() && reader.findEntry(number) != number) {
-            // No key of it is in the file: a gap, up to the next device entry that is.
+            // The file has no key of it: a gap, up to the next device entry that has one.
             delete std::exchange(entry.device, nullptr);
             entry.last = reader.skipMissingEntries() - 1;
         }

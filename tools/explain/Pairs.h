@@ -20,7 +20,7 @@ struct Pair {
     int fileCount = 0;
     CString lastPosition;  ///< The last position that was counted.
     int lastFile = -1;     ///< The number, from 0, of the last file that was counted.
-    CString vendorName;    ///< From the list of PCI IDs; "" when it was not looked up.
+    CString vendorName;    ///< From the list of PCI IDs; "" if no list has it.
     CString deviceName;    ///< The same.
 
     bool isBridge() const { return classCode >> 16 == 0x06; }
