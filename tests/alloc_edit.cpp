@@ -1,24 +1,35 @@
-// A program whose allocations the tests let fail. Makes a line, an array and a parameter. Then
-// edits a document of the sections A and B, in each of the ways in which lines come and change, and
-// prints it. The status is 2 if an edit was refused, and 3 if a parameter is missing that was
-// added.
+// A program whose allocations the tests let fail. Makes a line, an array and a parameter, and fails
+// to execute a folder. Then edits a document of the sections A and B, in each of the ways in which
+// lines come and change, and prints it. The status is 2 if an edit was refused. If a rule is
+// broken, it is printed, and the status is 3.
 
+#include <cstdio>
 #include <new>
 
 #include "util/CLParams.h"
+#include "util/Exec.h"
 #include "util/IniFile.h"
 
 alignas(CIniFile) static unsigned char g_room[sizeof(CIniFile)];
+
+static int broken(const char* rule) {
+    std::fputs(rule, stderr);
+    return 3;
+}
 
 int main(int, char* argv[]) {
     // Made before the document is loaded: later, the pool would have room for the line, and no
     // allocation could fail.
     delete new CIniFile::IniLineDef;
-    delete[] CString::CreateCharString(1000);
+    const char* const text = CString::CreateCharString(1000);
+    if (!text) return broken("CreateCharString() returns no null");
+    delete[] text;
     CCLParams params;
     const bool isAdded = params.Add("/v", CCLParams::CLSwitch, false);
     const char* words[] = {"edit", "/v"};
-    if ((params.Parse(2, words, true) == CCLParams::kParsed) != isAdded) return 3;
+    if ((params.Parse(2, words, true) == CCLParams::kParsed) != isAdded)
+        return broken("Add() returns whether the parameter was added");
+    if (CExec("/").Execute()) return broken("Execute() returns false if nothing was started");
 
     CIniFile& ini = *new (g_room) CIniFile(argv[1]);  // never destroyed: the file stays as it is
     const bool isMade =
