@@ -49,6 +49,17 @@ TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
     }
 }
 
+TEST(Files, TellTheReadErrorOfTheOpenFile) {
+    const ScratchFolder folder;
+    char block[1];
+    CMyFileIO file(folder.path().c_str());
+    EXPECT_TRUE(file.Open());
+    EXPECT_EQ(0U, file.ReadBlock(block, 1));
+    EXPECT_EQ(EISDIR, file.GetReadError());
+    EXPECT_TRUE(file.OpenFile("/dev/null"));
+    EXPECT_EQ(0, file.GetReadError());
+}
+
 TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     const ScratchFolder folder;
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
@@ -113,6 +124,11 @@ TEST(Files, AreCopiedByteForByte) {
 TEST(Files, HaveVersionsThatCompareByNumbers) {
     CString version = "old";
     EXPECT_FALSE(CMyFileIO::GetFileVersion("none", version));
+    const ScratchFolder folder;
+    std::string stamp;  // UTF-16; a "." stands for NUL
+    for (const char c : std::string("FFileVersion..1.")) stamp += {c == '.' ? '\0' : c, '\0'};
+    EXPECT_FALSE(CMyFileIO::GetFileVersion(folder.file("a", stamp).c_str(), version))
+        << "an F that does not continue the key does not begin it";
     EXPECT_EQ("old", version);
     EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5")) << "a field without digits is 0";
     EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("6.0.0 7.7", "6.0.0.7")) << "a blank ends it";

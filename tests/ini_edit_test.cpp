@@ -62,15 +62,18 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     const ScratchFolder folder;
     CIniFile ini(folder.file("a.ini", "a\n\nb").c_str());
     CIniFile::IniLineDef* const first = ini.GetFirstLine();
+    ASSERT_NE(nullptr, first);
     EXPECT_EQ(first->pNext, ini.RewindBlanks(first->pPrev));
     first->pPrev = nullptr;
-    EXPECT_EQ("absent", ini.ReadString("", "K", "absent")) << "a lookup does not need this pPrev";
+    CString line;
+    EXPECT_FALSE(ini.FindItem("", "K", line));
+    EXPECT_EQ("b", line) << "a lookup finds the last line without this pPrev";
     EXPECT_TRUE(ini.InsertLine(first, " top ")) << "an insertion there does not, either";
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
 
     ini.DeleteLines();
-    const std::unique_ptr<CIniFile::IniLineDef> line(ini.MakeNewLine(" \tnew\n"));
-    EXPECT_EQ("new", line->sLine);
-    EXPECT_EQ(line.get(), ini.RewindBlanks(line.get()));
+    const std::unique_ptr<CIniFile::IniLineDef> made(ini.MakeNewLine(" \tnew\n"));
+    EXPECT_EQ("new", made->sLine);
+    EXPECT_EQ(made.get(), ini.RewindBlanks(made.get()));
     EXPECT_EQ(nullptr, ini.GetFirstLine()) << "the new line is in no document";
 }

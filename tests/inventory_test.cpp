@@ -69,7 +69,7 @@ TEST(Inventory, HasItemsOfZerosThatAreNotCounted) {
     EXPECT_EQ(-1, item.instance);
 }
 
-TEST(Inventory, ReadsNumbersAndEntriesUpToTheTotal) {
+TEST(Inventory, ReadsNumbersAndDeviceEntriesUpToTheTotal) {
     Inventory list(
         "5x\nVendor_ID.0 = -1\nDevice_ID.0 = 0xg\nFunction_Number.0 = 3\nRevision.0 = 0x12\n"
         "Header_Type.0 = 012\nClass_Code.0 = 4294967307\nDevice_Number.0 = 18446744073709551623\n"
@@ -115,6 +115,7 @@ TEST(Inventory, NumbersTheAdaptersOfEachName) {
         list.resetList();
         for (const auto& [count, instance] : row.before) {
             PCIDeviceItem* const item = list.getNextDeviceFromList();
+            ASSERT_NE(nullptr, item);
             item->count = count;
             item->instance = instance;
         }
