@@ -16,7 +16,8 @@ const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther =
 // The report, and the status after it. Standard output goes into a file from the first run on.
 std::string convert() {
     static const bool isCaught = std::freopen(kReport.c_str(), "w", stdout) != nullptr;
-    check(isCaught && ftruncate(STDOUT_FILENO, 0) == 0);
+    check(isCaught);
+    check(ftruncate(STDOUT_FILENO, 0) == 0);
     std::rewind(stdout);
     std::string path = kScan;
     char* argv[] = {nullptr, path.data(), nullptr};
@@ -36,7 +37,8 @@ void bothWordSizesAgree(const std::string& report) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
     static const bool isReady = std::system(("mkdir -p " + kFolder).c_str()) == 0;
-    check(isReady && setenv("RWCD", scratch("").c_str(), 1) == 0);
+    check(isReady);
+    check(setenv("RWCD", scratch("").c_str(), 1) == 0);
     std::ofstream(kScan) << input[0];
     std::ofstream(kConfiguration) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];

@@ -81,7 +81,8 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
         walked = "changed";  // the walk goes on over the old text
         same(token, list.GetToken(i, sep));
         const int found = list.FindToken(token, sep);
-        check(found >= 0 && found <= lengthOf(joined));
+        check(found >= 0);
+        check(found <= lengthOf(joined));
         check(token.IsEmpty() || list.Mid(found, 0).StartsWith(token));
         joined += token + sep;
         same(parsed[i], token.Trim());
