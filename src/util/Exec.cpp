@@ -49,8 +49,6 @@ CString splitCommand(CString line, char** arguments) {
         }
         *arguments++ = word.GetCharString();
     }
-    // A line of only blanks gives one empty word.
-    if (program.IsEmpty()) *arguments = program.GetCharString();
     return program;
 }
 }  // namespace
@@ -85,8 +83,8 @@ bool CExec::Run(CString command) {
 bool CExec::Execute() {
     m_nMode = kExecute;
     if (m_sCommand.IsEmpty()) return false;
-    // Room for a word from each token, or for the one empty word of a blank line, and for the null.
-    char** arguments = new (std::nothrow) char*[m_sCommand.GetNumberTokens(" ") + 2]();
+    // Room for a word from each token, and for the null.
+    char** arguments = new (std::nothrow) char*[m_sCommand.GetNumberTokens(" ") + 1]();
     if (!arguments) return false;
     const CString program = splitCommand(m_sCommand, arguments);
     execvp(program.c_str(), arguments);
