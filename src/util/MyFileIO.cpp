@@ -80,9 +80,11 @@ bool skipToVersion(std::FILE* file) {
     static constexpr char kPattern[] = "F\0i\0l\0e\0V\0e\0r\0s\0i\0o";
     constexpr unsigned kLength = sizeof kPattern;  // with the 0 that follows the "o"
     unsigned matched = 0;
-    for (int c; matched < kLength && (c = getc_unlocked(file)) != EOF;)
+    for (int c; (c = getc_unlocked(file)) != EOF;) {
         matched = c == kPattern[matched] ? matched + 1 : 0;
-    return matched == kLength;
+        if (matched == kLength) return true;
+    }
+    return false;
 }
 
 // Reads up to the end of a key or a value, and gives each byte that is not 0 to `take`. False at
@@ -91,11 +93,12 @@ template <class Take>
 bool readToZeros(std::FILE* file, Take take) {
     constexpr unsigned kEndLength = 3;
     unsigned zeros = 0;
-    for (int c; zeros < kEndLength && (c = getc_unlocked(file)) != EOF;) {
+    for (int c; (c = getc_unlocked(file)) != EOF;) {
         if (c != 0) take(static_cast<char>(c));
         zeros = c == 0 ? zeros + 1 : 0;
+        if (zeros == kEndLength) return true;
     }
-    return zeros == kEndLength;
+    return false;
 }
 }  // namespace
 
