@@ -123,11 +123,15 @@ void finish(Job& job, int status) {
     job.next += jobCount;
 }
 
-// Looks whether the child has ended, and starts another one if there are files left. Returns 0, or
-// an errno if there is no room for another process.
-int advance(Job& job) {
+// Looks whether the child has ended.
+void reap(Job& job) {
     int status = 0;
     if (isRunning(job) && waitpid(job.process, &status, WNOHANG) > 0) finish(job, status);
+}
+
+// Starts a child if none runs and there are files left. Returns 0, or an errno if there is no room
+// for another process.
+int start(Job& job) {
     if (isRunning(job) || job.next >= inputs.size()) return 0;
     const pid_t parent = getpid(), process = fork();
     if (process == 0) {
@@ -182,21 +186,18 @@ void showProgress() {
     std::fprintf(stderr, "\r%zu of %zu", done, inputs.size());
 }
 
-// Returns 0, or an errno if no process can be started. Having no room for another one is no error
-// as long as a child runs: when it ends, there is room.
+// Returns 0, or an errno if no process can be started. Having no room for another one is not an
+// error as long as a child runs: when it ends, there is room.
 int convertAll() {
     constexpr timespec kPause = {0, 100'000'000};  // between two looks at the progress
     const sigset_t awaited = blockSignals();
-    bool wasRunning = false;  // whether a child ran after the last look
     for (;;) {
         int error = 0;
+        std::for_each(jobs, endOfJobs, reap);
         for (Job* job = jobs; job != endOfJobs; ++job)
-            if (const int reason = advance(*job)) error = reason;
+            if (const int reason = start(*job)) error = reason;
         if (isWatched) showProgress();
-        // If the last child has just ended, there may be room for what had none before.
-        const bool isAnyRunning = std::any_of(jobs, endOfJobs, isRunning);
-        if (!isAnyRunning && (error == 0 || !wasRunning)) return error;
-        wasRunning = isAnyRunning;
+        if (std::none_of(jobs, endOfJobs, isRunning)) return error;
         const int signal = sigtimedwait(&awaited, nullptr, &kPause);
         if (signal > 0 && signal != SIGCHLD) endBy(signal, awaited);
     }
