@@ -34,7 +34,7 @@ bool checkSystemFile(const CString& path, const Configuration& configuration) {
     Findings findings(path);
     if (inspectFile(path, findings)) {
         const Document document(path);
-        if (!isWhole(takeLoadFault())) return false;
+        if (!requireWhole(takeLoadFault())) return false;
         inspectSystemFile(document, configuration.adapters, findings);
         checkPositions(document, configuration, findings);
     }
@@ -49,7 +49,7 @@ bool checkCD(const CString& path) {
         return true;
     }
     const Configuration configuration(path);
-    if (!isWhole(takeLoadFault())) return false;
+    if (!requireWhole(takeLoadFault())) return false;
     inspectConfiguration(configuration.document, configuration.systems, configuration.adapters,
                          findings);
     checkMaps(configuration, findings);

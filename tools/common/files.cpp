@@ -68,7 +68,7 @@ CString takeLoadFault() {
     return fault.sPath + ": " + (fault.nError == 0 ? kNotRegular : std::strerror(fault.nError));
 }
 
-bool isWhole(const CString& fault) {
+bool requireWhole(const CString& fault) {
     if (!fault.IsEmpty()) complain("cannot read " + fault);
     return fault.IsEmpty();
 }

@@ -23,9 +23,9 @@ int complainUnreadable(const CString& path, const CString& reason);
 /// What CIniFile::TakeLoadFault() tells, as "PATH: reason". "" if there is no fault.
 CString takeLoadFault();
 
-/// Whether the fault, as takeLoadFault() told it, is "". If not, says with complain() that the file
-/// cannot be read.
-bool isWhole(const CString& fault);
+/// Takes a fault as takeLoadFault() told it. If it is not "", says with complain() that the file
+/// cannot be read, and returns false.
+bool requireWhole(const CString& fault);
 
 /// "RWCD is " and its value, "RWCD is empty" or "RWCD is not set".
 CString describeRoot();

@@ -33,19 +33,19 @@ constexpr const char* kUsage =
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
 
-// Whether the file has no fault. If it has one, says that the file cannot be read.
-bool isFine(const CString& path, const CString& fault) {
+// If the file has a fault, says that it cannot be read, and returns false.
+bool requireFine(const CString& path, const CString& fault) {
     if (!fault.IsEmpty()) complainUnreadable(path, fault);
     return fault.IsEmpty();
 }
-bool canRead(const CString& path) { return isFine(path, whyUnreadable(path)); }
+bool requireReadable(const CString& path) { return requireFine(path, whyUnreadable(path)); }
 
 // ---------------------------------------------------------------- One machine, or several
 
 int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& warnings) {
-    if (!canRead(path)) return kCouldNotRun;
+    if (!requireReadable(path)) return kCouldNotRun;
     Machine machine(path, configuration);
-    if (!isWhole(machine.fault)) return kCouldNotRun;
+    if (!requireWhole(machine.fault)) return kCouldNotRun;
     printMachine(machine, configuration.path);
     warnings.print(machine.findings);
     warnings.printConfiguration();
@@ -57,9 +57,9 @@ int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& 
 
 // Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
 bool addMachine(const CString& path, ConfigurationFile& configuration, Overview& overview) {
-    if (!canRead(path)) return false;
+    if (!requireReadable(path)) return false;
     const Machine machine(path, configuration);
-    if (!isWhole(machine.fault)) return false;
+    if (!requireWhole(machine.fault)) return false;
     overview.add(machine);
     return true;
 }
@@ -78,10 +78,10 @@ int explainSeveral(int count, char* paths[], ConfigurationFile& configuration, W
 
 int explainMachines(int count, char* paths[], ConfigurationFile& configuration) {
     Warnings warnings(configuration.path);
-    if (!isWhole(takeLoadFault())) return kCouldNotRun;
+    if (!requireWhole(takeLoadFault())) return kCouldNotRun;
     const int status = count == 1 ? explainOne(paths[0], configuration, warnings)
                                   : explainSeveral(count, paths, configuration, warnings);
-    return isWhole(takeLoadFault()) ? status : kCouldNotRun;
+    return requireWhole(takeLoadFault()) ? status : kCouldNotRun;
 }
 
 // ---------------------------------------------------------------- Lines for section PCIIDMap
@@ -129,17 +129,17 @@ void fillInNames(const Pairs& pairs, const CString& listPath) {
 // Adds the pairs of the file. Returns false, and says why, if it cannot be read as it is meant: the
 // list has no warnings, so nothing else would say that it lacks the pairs of this file.
 bool addPairs(const CString& path, Pairs& pairs) {
-    if (!isFine(path, faultOf(path))) return false;
+    if (!requireFine(path, faultOf(path))) return false;
     const Entries entries(path);
-    if (!isWhole(takeLoadFault())) return false;
+    if (!requireWhole(takeLoadFault())) return false;
     pairs.add(path, entries);
     return true;
 }
 
 int listMissing(int count, char* paths[], ConfigurationFile& configuration,
                 const CString& listPath) {
-    const CString fault = whyMisread(configuration.path);
-    if (!isFine(configuration.path, fault) || !isWhole(takeLoadFault())) return kCouldNotRun;
+    if (!requireFine(configuration.path, whyMisread(configuration.path))) return kCouldNotRun;
+    if (!requireWhole(takeLoadFault())) return kCouldNotRun;
     Pairs pairs(configuration.document);
     bool areAllRead = true;
     for (int i = 0; i != count; ++i) areAllRead = addPairs(paths[i], pairs) && areAllRead;
@@ -167,7 +167,7 @@ bool takeOption(int option, const char* value) {
 
 int explain(int count, char* paths[]) {
     if (count == 0) return rejectArguments();
-    if (!listPath.IsEmpty() && !canRead(listPath)) return kCouldNotRun;
+    if (!listPath.IsEmpty() && !requireReadable(listPath)) return kCouldNotRun;
     const CString configurationPath = requireConfiguration();
     if (configurationPath.IsEmpty()) return kCouldNotRun;
     ConfigurationFile configuration(configurationPath);
