@@ -15,8 +15,19 @@ void Overview::add(const Machine& machine) {
     row.warnings = machine.findings.getCount();
 }
 
-Overview::Widths Overview::measure() const {
+Overview::Row Overview::sum() const {
+    Row total;
+    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
+    for (const Row& row : rows) {
+        total.counts += row.counts;
+        total.warnings += row.warnings;
+    }
+    return total;
+}
+
+Overview::Widths Overview::measure(const Row& total) const {
     Widths widths;
+    widths.path = std::max(widths.path, countCharacters(total.path));
     for (const Row& row : rows) {
         widths.path = std::max(widths.path, countCharacters(row.path));
         widen(widths.machineType, row.machineType);
@@ -35,19 +46,13 @@ void Overview::printRow(const Row& row, const Widths& widths) {
 }
 
 void Overview::print() const {
-    Row total;
-    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
-    Widths widths = measure();
-    widths.path = std::max(widths.path, countCharacters(total.path));
+    const Row total = sum();
+    const Widths widths = measure(total);
     printColumn("File", widths.path);
     printColumn("Machine type", widths.machineType);
     printColumn("System identifier", widths.systemID);
     std::printf("Entries  Named  Left out  Unnamed  On-board  Warnings\n");
-    for (const Row& row : rows) {
-        printRow(row, widths);
-        total.counts += row.counts;
-        total.warnings += row.warnings;
-    }
+    for (const Row& row : rows) printRow(row, widths);
     printRow(total, widths);
 }
 

@@ -27,7 +27,8 @@ private:
         int path = 4, machineType = 12, systemID = 17;
     };
 
-    Widths measure() const;
+    Row sum() const;
+    Widths measure(const Row& total) const;
     static void printRow(const Row& row, const Widths& widths);
 
     List<Row> rows;
