@@ -66,7 +66,8 @@ convert() {
 tryCommands() {
     export RWCD="$2/cd"
     chroot "$1" slotrpt-check-cd "$RWCD"
-    chroot "$1" slotrpt-explain "$2/alpha.ini" | grep -qx '9 entries: 4 named, 5 unnamed, 3 on-board'
+    chroot "$1" slotrpt-explain "$2/alpha.ini" |
+        grep -qx '9 device entries: 4 named, 5 unnamed, 3 on-board'
     chroot "$1" slotrpt-scan - <tools/scan/test/forms/machine.txt |
         grep -qx 'Total_Number_Of_Devices = 10'
     mkdir "$1/fleet"

@@ -1,7 +1,7 @@
 # shellcheck shell=sh
 # The functions that the scripts share. Each script sources this file from the top of the checkout.
 
-# If a make runs the script, as in the checks, the builds here are no part of it.
+# If a make runs the script, as in the checks, the builds here are not a part of it.
 unset MAKEFLAGS MAKELEVEL
 
 # fail MESSAGE: ends the script with one line.

@@ -101,7 +101,7 @@ public:
         int nError = 0;  ///< The system's reason, an errno. 0 for a pipe or a device.
     };
     /// The first fault of this process since the last call. For those who must not take a shortened
-    /// document for a whole one. A missing file is no fault.
+    /// document for a whole one. A missing file is not a fault.
     static LoadFaultDef TakeLoadFault() { return std::exchange(s_loadFault, {}); }
 
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---

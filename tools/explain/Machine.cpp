@@ -35,9 +35,9 @@ Machine::Machine(const CString& detectionPath, ConfigurationFile& configurationF
     identify(configurationFile.path);
     takeInventory(configurationFile.path);
 
-    // A per-system file that whyUnreadable() refuses is no fault. takeLoadFault() gives the first
-    // fault, and this file is loaded last, by the inventory and here. If the fault is this file's,
-    // all others were read whole.
+    // A per-system file that whyUnreadable() refuses is not a fault. takeLoadFault() gives the
+    // first fault, and this file is loaded last, by the inventory and here. If the fault is this
+    // file's, all others were read whole.
     const CString systemPath = inventory.getSysINIPathName();
     positions.ReadIniFile(systemPath);
     fault = takeLoadFault();

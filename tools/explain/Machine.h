@@ -24,7 +24,7 @@ struct Counts {
     long long onBoard = 0;
 
     void operator+=(const Counts& other);
-    /// Whether there are entries, and each has a name or is left out.
+    /// Whether there are device entries, and each has a name or is left out.
     bool areComplete() const { return entries > 0 && named + leftOut == entries; }
 };
 

@@ -68,7 +68,7 @@ void printSystem(const Machine& machine, const CString& configurationPath) {
 
 // ---------------------------------------------------------------- The table
 
-// The widths of the columns that depend on the entries. At first, those of their heads.
+// The widths of the columns that depend on the device entries. At first, those of their heads.
 struct Widths {
     int number = 5, name = 7, type = 4, group = 5;
 };
@@ -114,7 +114,7 @@ void printNumbers(const Entry& entry, const Widths& widths) {
         std::printf("%4s  %4s  %-8s  %-8s  ", kNone, kNone, kNone, kNone);
 }
 
-// Why the report has no adapter for the entry.
+// Why the report has no adapter for the device entry.
 CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory) {
     if (!entry.device) return "not in the file";
     if (!entry.hasIDs()) return "no vendor ID and no device ID";
@@ -148,7 +148,8 @@ void printEntry(const Entry& entry, Machine& machine, const Widths& widths) {
 
 void printEntries(Machine& machine) {
     if (machine.entries.getTotal() == 0) {
-        std::printf("No entries: Total_Number_Of_Devices in [PCI] is not a number above 0.\n");
+        std::printf(
+            "No device entries: Total_Number_Of_Devices in [PCI] is not a number above 0.\n");
         return;
     }
     const Widths widths = measure(machine.entries);
@@ -168,12 +169,12 @@ CString describePresence(const CString& adapter, const CString& systemID) {
 void printAddedAdapters(const Machine& machine) {
     std::printf("\n");
     if (machine.counts.named == 0) {
-        std::printf("There is no report, since no entry has a name.\n");
+        std::printf("There is no report, since no device entry has a name.\n");
         return;
     }
     CString names = machine.addedAdapters;
     for (CString name = names.StrTok(","); !name.IsEmpty(); name = names.StrTok())
-        std::printf("In the report without an entry: %s, %s\n", name.c_str(),
+        std::printf("In the report without a device entry: %s, %s\n", name.c_str(),
                     printable(describePresence(name, machine.systemID)).c_str());
 }
 }  // namespace
@@ -186,7 +187,7 @@ void printMachine(Machine& machine, const CString& configurationPath) {
 }
 
 void printCounts(const Counts& counts) {
-    std::printf("%lld entries: %lld named", counts.entries, counts.named);
+    std::printf("%lld device entries: %lld named", counts.entries, counts.named);
     if (counts.leftOut != 0) std::printf(", %lld left out", counts.leftOut);
     std::printf(", %lld unnamed, %lld on-board", counts.unnamed, counts.onBoard);
     if (counts.missing != 0) std::printf(", %lld not in the file", counts.missing);

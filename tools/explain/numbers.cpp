@@ -53,9 +53,9 @@ void inspectTotal(const Line& line, Findings& findings) {
 void inspectUnread(const Entries& entries, const Line& total, Findings& findings) {
     const int first = entries.getFirstBeyondTotal();
     if (first < 0) return;
-    findings.add(total.number, "entry " + CString(first) + " is not below " +
+    findings.add(total.number, "device entry " + CString(first) + " is not below " +
                                    CustomPCIDeviceList::kTotalKey +
-                                   ", so neither it nor any entry after it is read");
+                                   ", so neither it nor any after it is read");
 }
 }  // namespace
 
