@@ -1,6 +1,6 @@
 #!/bin/sh
 # usage: .ci/check-own-machine.sh
-# Scans this machine: slotrpt-explain must show as many entries as lspci shows functions.
+# Scans this machine: slotrpt-explain must show a device entry for each function of lspci.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -15,6 +15,6 @@ fi
 scan=$(mktemp)
 trap 'rm "$scan"' EXIT
 build/release/slotrpt-scan >"$scan"
-entries=$(RWCD=examples/cd build/release/slotrpt-explain "$scan" | sed -n 's/ entries: .*//p')
+entries=$(RWCD=examples/cd build/release/slotrpt-explain "$scan" | sed -n 's/ device entries: .*//p')
 [ "$entries" = "$functions" ] || fail "lspci shows $functions functions, slotrpt-explain $entries"
 echo "this machine: $entries functions"

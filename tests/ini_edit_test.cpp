@@ -67,8 +67,9 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     first->pPrev = nullptr;
     CString line;
     EXPECT_FALSE(ini.FindItem("", "K", line));
-    EXPECT_EQ("b", line) << "a lookup finds the last line without this pPrev";
-    EXPECT_TRUE(ini.InsertLine(first, " top ")) << "an insertion there does not, either";
+    EXPECT_EQ("b", line) << "a lookup does not need this pPrev to find the last line";
+    EXPECT_TRUE(ini.InsertLine(first, " top "))
+        << "an insertion before it does not need it, either";
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
 
     ini.DeleteLines();

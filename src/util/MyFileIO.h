@@ -100,7 +100,7 @@ public:
 
 private:
     bool m_bOpen = false;
-    bool m_bEOF = true;            // the last read reached the end of the file
+    bool m_bEOF = true;            // a read has reached the end of the file; true in a new object
     bool m_bTemporary = false;     // the open file is deleted when it is closed
     int m_nReadError = 0;          // the errno of the read error that was taken as the end
     std::FILE* m_pFile = nullptr;  // meaningful only while open
