@@ -6,6 +6,15 @@
 #include "common/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
+namespace {
+// Returns false if the list has the text already.
+bool addIfNew(List<CString>& list, const CString& text) {
+    if (std::find(list.begin(), list.end(), text) != list.end()) return false;
+    list.append(text);
+    return true;
+}
+}  // namespace
+
 Warnings::Warnings(const CString& path)
     : configurationPath(path),
       configuration(path),
@@ -26,19 +35,12 @@ void Warnings::printConfiguration() {
     print(findings);
 }
 
-// Adds the file to those that were inspected. Returns false if it is one of them already.
-bool Warnings::addIfNew(const CString& systemPath) {
-    if (std::find(systemPaths.begin(), systemPaths.end(), systemPath) != systemPaths.end())
-        return false;
-    systemPaths.append(systemPath);
-    return true;
-}
-
 void Warnings::printSystemFile(const CString& systemID) {
+    if (!addIfNew(systemIDs, systemID)) return;
     CString paths[2];
     const unsigned total = findSystemFiles(systemID, paths);
     for (unsigned i = 0; i != total; ++i) {
-        if (!addIfNew(paths[i])) continue;
+        if (!addIfNew(systemPaths, paths[i])) continue;
         Findings findings(paths[i]);
         if (inspectFile(paths[i], findings))
             inspectSystemFile(Document(paths[i]), adapters, findings);

@@ -14,18 +14,17 @@ public:
 
     void print(Findings& findings);  ///< Of any file.
     void printConfiguration();       ///< Of the system configuration file.
-    /// Of the per-system file, or of what takes its place. Systems may share a file: its
-    /// warnings are printed once.
+    /// Of the per-system file, or of what takes its place. Machines may share a system, and systems
+    /// a file: its warnings are printed once.
     void printSystemFile(const CString& systemID);
     std::size_t getCount() const { return count; }  ///< Of all that were printed.
 
 private:
-    bool addIfNew(const CString& systemPath);
-
     const CString configurationPath;
     const Document configuration;
     const Names systems;
     const Names adapters;
-    List<CString> systemPaths;  // of the per-system files that were inspected
+    List<CString> systemIDs;    // of the systems whose files were inspected
+    List<CString> systemPaths;  // of these files
     std::size_t count = 0;
 };
