@@ -4,7 +4,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -32,25 +31,11 @@ constexpr GroupWord kGroupWords[] = {
     {"ServiceProcessor", CustomPCIDeviceList::GROUP_SERVICE_PROCESSOR},
 };
 
-// The fields of a device entry, in the order of kDeviceKeys. The null stands for the class code,
-// the only one that is wider.
-constexpr std::uint16_t PCIDevice::*kFields[] = {
-    &PCIDevice::vendorID,
-    &PCIDevice::deviceID,
-    &PCIDevice::subVendorID,
-    &PCIDevice::subDeviceID,
-    &PCIDevice::busNumber,
-    &PCIDevice::deviceNumber,
-    nullptr,
-    &PCIDevice::revision,
-    &PCIDevice::headerType,
-};
-
 // Whether a key of a device entry has this name.
 bool isDeviceKey(std::string_view name) {
     CString wanted;
     wanted.Assign(name);
-    for (const auto& key : CustomPCIDeviceList::kDeviceKeys)
+    for (const DeviceKey& key : CustomPCIDeviceList::kDeviceKeys)
         if (wanted.EqualsNoCase(key.name)) return true;
     return false;
 }
@@ -81,6 +66,13 @@ unsigned skipPrefix(const char*& text, unsigned base) {
     }
     if (base != 0) return base;
     return *text == '0' ? 8 : 10;
+}
+
+void setField(PCIDevice& device, const DeviceKey& key, std::uint32_t number) {
+    if (key.field)
+        device.*key.field = static_cast<std::uint16_t>(number);
+    else
+        device.*key.wideField = number;
 }
 
 // Whether the file may lack this device entry: the IDs of a missing one read as 0.
@@ -212,13 +204,9 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
 
     PCIDeviceItem* item = CString::Required(new (std::nothrow) PCIDeviceItem);
     const CString suffix = "." + CString(nextDeviceIndex);
-    for (std::size_t i = 0; i != std::size(kDeviceKeys); ++i) {
-        const CString text = inputFile->ReadString(kDeviceSection, kDeviceKeys[i].name + suffix);
-        const std::uint32_t number = readNumber(kDeviceKeys[i], text.c_str()).value;
-        if (kFields[i])
-            item->*kFields[i] = static_cast<std::uint16_t>(number);
-        else
-            item->classCode = number;
+    for (const DeviceKey& key : kDeviceKeys) {
+        const CString text = inputFile->ReadString(kDeviceSection, key.name + suffix);
+        setField(*item, key, readNumber(key, text.c_str()).value);
     }
     ++nextDeviceIndex;
     return item;

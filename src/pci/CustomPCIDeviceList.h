@@ -7,6 +7,24 @@
 
 class CIniFile;
 
+/// A key of a device entry, and the field that takes its number. In the detection file, "." and the
+/// number of the device entry follow the name of the key.
+struct DeviceKey {
+    using Field = std::uint16_t PCIDevice::*;
+    using WideField = std::uint32_t PCIDevice::*;
+
+    constexpr DeviceKey(const char* text, unsigned radix, Field target)
+        : name(text), base(radix), bits(16), field(target) {}
+    constexpr DeviceKey(const char* text, unsigned radix, WideField target)
+        : name(text), base(radix), bits(32), wideField(target) {}
+
+    const char* name;
+    unsigned base;          ///< 0: the prefix of the number tells the base.
+    unsigned bits;          ///< How many low bits of the number are kept: as many as the field has.
+    Field field = nullptr;  ///< Null if the field is wide.
+    WideField wideField = nullptr;  ///< Null if it is not.
+};
+
 /// The adapters of one machine: the devices of a detection file, with the names, types and
 /// positions that the product CD gives them. The list owns the detection document and its items.
 ///
@@ -37,16 +55,16 @@ public:
     static constexpr const char* kSystemSection = "System";
     static constexpr const char* kDeviceSection = "PCI";
     static constexpr const char* kTotalKey = "Total_Number_Of_Devices";
-    /// A key of a device entry: the name, "." and the number of the device entry.
-    struct DeviceKey {
-        const char* name;
-        unsigned base;  ///< 0: the prefix of the number tells the base.
-        unsigned bits;  ///< How many low bits of the number are kept.
-    };
     static constexpr DeviceKey kDeviceKeys[] = {
-        {"Vendor_ID", 16, 16},    {"Device_ID", 16, 16}, {"Subvendor_ID", 16, 16},
-        {"Subdevice_ID", 16, 16}, {"Bus_Number", 0, 16}, {"Device_Number", 0, 16},
-        {"Class_Code", 0, 32},    {"Revision", 0, 16},   {"Header_Type", 0, 16},
+        {"Vendor_ID", 16, &PCIDevice::vendorID},
+        {"Device_ID", 16, &PCIDevice::deviceID},
+        {"Subvendor_ID", 16, &PCIDevice::subVendorID},
+        {"Subdevice_ID", 16, &PCIDevice::subDeviceID},
+        {"Bus_Number", 0, &PCIDevice::busNumber},
+        {"Device_Number", 0, &PCIDevice::deviceNumber},
+        {"Class_Code", 0, &PCIDevice::classCode},
+        {"Revision", 0, &PCIDevice::revision},
+        {"Header_Type", 0, &PCIDevice::headerType},
     };
 
     /// The system configuration file: its sections and keys, besides the sections that are named

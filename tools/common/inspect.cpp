@@ -36,7 +36,7 @@ public:
     bool isAnyName = false;  // every name is read
 
 private:
-    KnownName names[10];  // each section of the detection file has ten keys
+    KnownName names[1 + std::size(Inventory::kDeviceKeys)];  // no section has more keys than PCI
     unsigned count = 0;
 };
 

@@ -7,7 +7,6 @@
 #include <cstring>
 
 namespace {
-using DeviceKey = CustomPCIDeviceList::DeviceKey;
 using DeviceNumber = CustomPCIDeviceList::DeviceNumber;
 
 // IDs and the class code in hexadecimal, other numbers in decimal.
