@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdio>
+#include <string_view>
 #include <utility>
 
 #include "pci/CustomPCIDeviceList.h"
@@ -29,6 +30,8 @@ CString addToList(CString list, CString name) {
 }
 
 namespace {
+using Inventory = CustomPCIDeviceList;
+
 // What gives the value of an identity line.
 enum class Source {
     kSystem,    // a key in section System of the detection file
@@ -43,39 +46,53 @@ struct IdentityLine {
 };
 // In the order of the report.
 constexpr IdentityLine kIdentityLines[] = {
-    {"MachTypeModelNumber", Source::kSystem, "Machine_Type"},
-    {"ModelNumber", Source::kSystem, "Model_Number"},
-    {"SerialNumber", Source::kSystem, "Serial_Number"},
-    {"TotalNumEnclosures", Source::kSystem, "Number_Of_Enclosures"},
-    {"BIOSVersion", Source::kSystem, "BIOS_Version"},
-    {"BuildID", Source::kSystem, "BIOS_Build_Level"},
-    {"Directory", Source::kOwn, "Directory"},
-    {"DiagBuildID", Source::kSystem, "ROM_Diagnostics_Build_Level"},
+    {"MachTypeModelNumber", Source::kSystem, Inventory::kMachineTypeKey},
+    {"ModelNumber", Source::kSystem, Inventory::kModelNumberKey},
+    {"SerialNumber", Source::kSystem, Inventory::kSerialNumberKey},
+    {"TotalNumEnclosures", Source::kSystem, Inventory::kNumberOfEnclosuresKey},
+    {"BIOSVersion", Source::kSystem, Inventory::kBIOSVersionKey},
+    {"BuildID", Source::kSystem, Inventory::kBIOSBuildLevelKey},
+    {"Directory", Source::kOwn, Inventory::kDirectoryKey},
+    {"DiagBuildID", Source::kSystem, Inventory::kDiagnosticsBuildLevelKey},
     {"DiagVersion", Source::kConstant, ""},
     {"Bus", Source::kConstant, "PCI"},
     {"DiskDrivesToUpdate", Source::kConstant, "0"},
     {"SPROMLevel", Source::kConstant, ""},
     {"SPBuildID", Source::kConstant, ""},
     {"SPVersion", Source::kConstant, ""},
-    {"Processors", Source::kSystem, "Active_Processors"},
-    {"ProcessorSlots", Source::kSystem, "Processor_Slots"},
-    {"Memory", Source::kSystem, "Total_Enabled_Memory_Mb"},
+    {"Processors", Source::kSystem, Inventory::kActiveProcessorsKey},
+    {"ProcessorSlots", Source::kSystem, Inventory::kProcessorSlotsKey},
+    {"Memory", Source::kSystem, Inventory::kTotalMemoryKey},
 };
+
+constexpr bool isSystemKey(std::string_view text) {
+    for (const char* key : Inventory::kSystemKeys)
+        if (text == key) return true;
+    return false;
+}
+
+constexpr bool haveSystemKeys() {
+    for (const IdentityLine& line : kIdentityLines)
+        if (line.source == Source::kSystem && !isSystemKey(line.keyOrText)) return false;
+    return true;
+}
+// The commands that look for misspelt keys know only those of the list.
+static_assert(haveSystemKeys());
 
 struct GroupLine {
     const char* key;
-    CString (CustomPCIDeviceList::*names)() const;
+    CString (Inventory::*names)() const;
 };
 // In the order of the report.
 constexpr GroupLine kGroupLines[] = {
-    {"DASDAdapters", &CustomPCIDeviceList::getDASDDevices},
-    {"NetworkAdapters", &CustomPCIDeviceList::getNetworkDevices},
-    {"SystemDevices", &CustomPCIDeviceList::getSystemDevices},
-    {"VideoAdapter", &CustomPCIDeviceList::getVideoDevices},
-    {"ServiceProcessor", &CustomPCIDeviceList::getServiceProcessorDevices},
-    {"CDROM", &CustomPCIDeviceList::getCDROMDevices},
-    {"AllAdapters", &CustomPCIDeviceList::getAllDevices},
-    {"OnBoardAdapters", &CustomPCIDeviceList::getOnBoardDevices},
+    {"DASDAdapters", &Inventory::getDASDDevices},
+    {"NetworkAdapters", &Inventory::getNetworkDevices},
+    {"SystemDevices", &Inventory::getSystemDevices},
+    {"VideoAdapter", &Inventory::getVideoDevices},
+    {"ServiceProcessor", &Inventory::getServiceProcessorDevices},
+    {"CDROM", &Inventory::getCDROMDevices},
+    {"AllAdapters", &Inventory::getAllDevices},
+    {"OnBoardAdapters", &Inventory::getOnBoardDevices},
 };
 
 // Errors go to standard output, like the report.
@@ -89,7 +106,7 @@ CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configu
                 const CString& systemID) {
     switch (line.source) {
         case Source::kSystem:
-            return detection.ReadString(CustomPCIDeviceList::kSystemSection, line.keyOrText);
+            return detection.ReadString(Inventory::kSystemSection, line.keyOrText);
         case Source::kOwn:
             return configuration.ReadString(systemID, line.keyOrText);
         case Source::kConstant:
@@ -101,8 +118,8 @@ CString valueOf(const IdentityLine& line, CIniFile& detection, CIniFile& configu
 // Prints the identity of the system, and returns its identifier.
 CString printIdentity(const CString& configurationPath, const CString& inputPath) {
     CIniFile configuration(configurationPath), detection(inputPath);
-    const CString machineType = CustomPCIDeviceList::getMachineType(detection);
-    const CString systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
+    const CString machineType = Inventory::getMachineType(detection);
+    const CString systemID = Inventory::getSystemID(configuration, machineType);
 
     std::printf("[MACH]\n");
     printLine("SystemID", systemID);
@@ -130,7 +147,7 @@ void printAdapter(const PCIDeviceItem& item, int function) {
                 item.vendorID, item.deviceID);
 }
 
-void printNames(CustomPCIDeviceList& inventory) {
+void printNames(Inventory& inventory) {
     CString adapters;
     inventory.resetList();
     while (const PCIDeviceItem* item = inventory.getNextDeviceFromList())
@@ -141,7 +158,7 @@ void printNames(CustomPCIDeviceList& inventory) {
 
 // The detection file has no function numbers. Items that follow each other on one device are
 // numbered from 0.
-void printSections(CustomPCIDeviceList& inventory) {
+void printSections(Inventory& inventory) {
     int function = 0;
     const PCIDeviceItem* previous = nullptr;
     inventory.resetList();
@@ -152,7 +169,7 @@ void printSections(CustomPCIDeviceList& inventory) {
     }
 }
 
-void printGroups(const CustomPCIDeviceList& inventory) {
+void printGroups(const Inventory& inventory) {
     std::printf("\n[DETECTED_BY_GROUP]");
     for (const GroupLine& line : kGroupLines) {
         std::printf("\n");  // ends the header, and leaves an empty line between two lines
@@ -160,7 +177,7 @@ void printGroups(const CustomPCIDeviceList& inventory) {
     }
 }
 
-void printAdapters(CustomPCIDeviceList& inventory) {
+void printAdapters(Inventory& inventory) {
     printNames(inventory);
     inventory.sortDevicesByType();  // fills the groups, and keeps the order of the items
     printSections(inventory);
@@ -181,16 +198,16 @@ int main(int argc, char* argv[]) {
         printUsage();
         return 1;
     }
-    const CString configurationPath = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    const CString configurationPath = Inventory::getConfigurationPathName();
     const CString systemID = printIdentity(configurationPath, inputPath);
 
-    CustomPCIDeviceList inventory;
+    Inventory inventory;
     inventory.setMapFileLocation(configurationPath);
     inventory.setSystemKeyword(systemID);
     inventory.setInputFile(inputPath);
-    const bool hasAdapters = inventory.initialize(
-        CustomPCIDeviceList::INIT_FROM_INPUT_FILE | CustomPCIDeviceList::INIT_NAME_ADAPTERS |
-        CustomPCIDeviceList::INIT_LABEL_ONBOARD | CustomPCIDeviceList::INIT_COUNT_DUPLICATES);
+    const bool hasAdapters =
+        inventory.initialize(Inventory::INIT_FROM_INPUT_FILE | Inventory::INIT_NAME_ADAPTERS |
+                             Inventory::INIT_LABEL_ONBOARD | Inventory::INIT_COUNT_DUPLICATES);
     if (!hasAdapters) {
         printError("Could not find PCI information.");
         return 1;

@@ -12,7 +12,6 @@
 #include "util/MyFileIO.h"
 
 namespace {
-constexpr const char* kCDRootVariable = "RWCD";
 constexpr const char* kCDDirectory = "/rwise/ini/";
 
 constexpr const char* kTrue = "TRUE";
@@ -140,8 +139,10 @@ CString CustomPCIDeviceList::getCDPathName(CString fileName) {
     return CString(std::getenv(kCDRootVariable)) + kCDDirectory + fileName;
 }
 
+CString CustomPCIDeviceList::getConfigurationPathName() { return getCDPathName("syscfg.ini"); }
+
 CString CustomPCIDeviceList::getMachineType(CIniFile& detection) {
-    return detection.ReadString(kSystemSection, "Machine_Type");
+    return detection.ReadString(kSystemSection, kMachineTypeKey);
 }
 
 CString CustomPCIDeviceList::getSystemID(CIniFile& configuration, const CString& machineType) {

@@ -29,7 +29,7 @@ struct DeviceKey {
 /// positions that the product CD gives them. The list owns the detection document and its items.
 ///
 ///     CustomPCIDeviceList adapters;
-///     adapters.setMapFileLocation(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
+///     adapters.setMapFileLocation(CustomPCIDeviceList::getConfigurationPathName());
 ///     adapters.setSystemKeyword("SRV_ALPHA");
 ///     adapters.setInputFile("scan.ini");
 ///     if (!adapters.initialize(15)) return noAdapters();  // 15: all four flags
@@ -51,8 +51,26 @@ public:
 
     // --- What the files hold, and the rules that need no list ---
 
+    /// The environment variable that names the root directory of the product CD.
+    static constexpr const char* kCDRootVariable = "RWCD";
+
     /// The detection file: its sections and keys.
     static constexpr const char* kSystemSection = "System";
+    static constexpr const char* kMachineTypeKey = "Machine_Type";
+    static constexpr const char* kModelNumberKey = "Model_Number";
+    static constexpr const char* kSerialNumberKey = "Serial_Number";
+    static constexpr const char* kNumberOfEnclosuresKey = "Number_Of_Enclosures";
+    static constexpr const char* kBIOSVersionKey = "BIOS_Version";
+    static constexpr const char* kBIOSBuildLevelKey = "BIOS_Build_Level";
+    static constexpr const char* kDiagnosticsBuildLevelKey = "ROM_Diagnostics_Build_Level";
+    static constexpr const char* kActiveProcessorsKey = "Active_Processors";
+    static constexpr const char* kProcessorSlotsKey = "Processor_Slots";
+    static constexpr const char* kTotalMemoryKey = "Total_Enabled_Memory_Mb";
+    static constexpr const char* kSystemKeys[] = {
+        kMachineTypeKey,    kModelNumberKey,    kSerialNumberKey,          kNumberOfEnclosuresKey,
+        kBIOSVersionKey,    kBIOSBuildLevelKey, kDiagnosticsBuildLevelKey, kActiveProcessorsKey,
+        kProcessorSlotsKey, kTotalMemoryKey,
+    };
     static constexpr const char* kDeviceSection = "PCI";
     static constexpr const char* kTotalKey = "Total_Number_Of_Devices";
     static constexpr DeviceKey kDeviceKeys[] = {
@@ -70,6 +88,7 @@ public:
     /// The system configuration file: its sections and keys, besides the sections that are named
     /// after systems and adapters.
     static constexpr const char* kSystemMapSection = "SystemIDMap";
+    static constexpr const char* kDirectoryKey = "Directory";
     static constexpr const char* kMapSection = "PCIIDMap";
     static constexpr const char* kTypeKey = "AdapterType";
     static constexpr const char* kSystemsKey = "Systems";
@@ -81,9 +100,11 @@ public:
     static constexpr const char* kOnBoardKey = "OnBoard";
     static constexpr unsigned kMaxPositions = 4;  ///< Positions after these are ignored.
 
-    /// The path of a file on the product CD: the value of the environment variable RWCD, unchanged,
-    /// then "/rwise/ini/" and the name. If RWCD is not set, its value counts as empty.
+    /// The path of a file on the CD: the value of kCDRootVariable, unchanged, then "/rwise/ini/"
+    /// and the name. If the variable is not set, its value counts as empty.
     static CString getCDPathName(CString fileName);
+    /// The path of the system configuration file on the CD.
+    static CString getConfigurationPathName();
     /// The machine type that a detection file gives; "" if it gives none.
     static CString getMachineType(CIniFile& detection);
     /// The system identifier of the machine type in the system configuration file. kUnknownSystem

@@ -142,7 +142,8 @@ void checkAdapters(const Configuration& configuration, Findings& findings) {
 }
 
 void checkSystems(const Configuration& configuration, Findings& findings) {
-    const Map map = {Inventory::kSystemMapSection, "system", configuration.systems, "Directory"};
+    const Map map = {Inventory::kSystemMapSection, "system", configuration.systems,
+                     Inventory::kDirectoryKey};
     MapCheck check(configuration, map, findings);
     check.run([&](const Line& entry) { check.apply(kSystemRules, entry); });
 }

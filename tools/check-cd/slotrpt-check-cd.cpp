@@ -65,8 +65,8 @@ bool takeNoOption(int, const char*) { return false; }
 
 int run(int count, char* operands[]) {
     if (count > 1 || (count == 1 && *operands[0] == '\0')) return rejectArguments();
-    if (count == 1) setenv("RWCD", operands[0], 1);
-    const CString path = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    if (count == 1) setenv(CustomPCIDeviceList::kCDRootVariable, operands[0], 1);
+    const CString path = CustomPCIDeviceList::getConfigurationPathName();
     const CString reason = whyUnreadable(path);
     if (!reason.IsEmpty())
         return complainUnreadable(path, count == 0 ? reason + "; " + describeRoot() : reason);

@@ -74,13 +74,14 @@ bool requireWhole(const CString& fault) {
 }
 
 CString describeRoot() {
-    const char* root = std::getenv("RWCD");
-    if (!root) return "RWCD is not set";
-    return CString("RWCD is ") + (*root ? root : "empty");
+    const CString variable = CustomPCIDeviceList::kCDRootVariable;
+    const char* root = std::getenv(variable.c_str());
+    if (!root) return variable + " is not set";
+    return variable + " is " + (*root ? root : "empty");
 }
 
 CString requireConfiguration() {
-    const CString path = CustomPCIDeviceList::getCDPathName("syscfg.ini");
+    const CString path = CustomPCIDeviceList::getConfigurationPathName();
     const CString reason = whyUnreadable(path);
     if (reason.IsEmpty()) return path;
     complainUnreadable(path, reason + "; " + describeRoot());

@@ -36,7 +36,9 @@ public:
     bool isAnyName = false;  // every name is read
 
 private:
-    KnownName names[1 + std::size(Inventory::kDeviceKeys)];  // no section has more keys than PCI
+    // As many as the section with the most keys has: System, or PCI with its total.
+    KnownName
+        names[std::max(std::size(Inventory::kSystemKeys), 1 + std::size(Inventory::kDeviceKeys))];
     unsigned count = 0;
 };
 
@@ -90,18 +92,9 @@ void inspectSections(const Document& document, const KnownNames& sections, KeysO
 // ---------------------------------------------------------------- What is read in each file
 
 KnownNames getDetectionKeys(const CString& section) {
-    if (section.EqualsNoCase(Inventory::kSystemSection))
-        return {"Machine_Type",
-                "Model_Number",
-                "Serial_Number",
-                "Number_Of_Enclosures",
-                "BIOS_Version",
-                "BIOS_Build_Level",
-                "ROM_Diagnostics_Build_Level",
-                "Active_Processors",
-                "Processor_Slots",
-                "Total_Enabled_Memory_Mb"};
     KnownNames keys;
+    if (section.EqualsNoCase(Inventory::kSystemSection))
+        for (const char* key : Inventory::kSystemKeys) keys.add(key, false);
     if (!section.EqualsNoCase(Inventory::kDeviceSection)) return keys;
     keys.add(Inventory::kTotalKey, false);
     for (const auto& key : Inventory::kDeviceKeys) keys.add(key.name, true);
@@ -119,7 +112,7 @@ KnownNames getConfigurationKeys(const CString& section, const Names& systems,
     KnownNames keys;
     keys.isAnyName = section.EqualsNoCase(Inventory::kSystemMapSection) ||
                      section.EqualsNoCase(Inventory::kMapSection);
-    if (isSystem(systems, section)) keys.add("Directory", false);
+    if (isSystem(systems, section)) keys.add(Inventory::kDirectoryKey, false);
     if (adapters.find(section)) keys.add(Inventory::kTypeKey, false);
     if (isSystemAdapter(section)) keys.add(Inventory::kSystemsKey, false);
     return keys;

@@ -58,7 +58,7 @@ void Machine::identify(const CString& configurationPath) {
     CIniFile detection(path);
     machineType = CustomPCIDeviceList::getMachineType(detection);
     systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
-    directory = configuration.ReadString(systemID, "Directory");
+    directory = configuration.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
     addedAdapters = getAddedAdapters(configurationPath, systemID);
 }
 

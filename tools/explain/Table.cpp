@@ -57,7 +57,7 @@ void printFact(const char* name, const CString& value) {
 
 void printSystem(const Machine& machine, const CString& configurationPath) {
     printFact("Detection file", machine.path);
-    const bool isRootSet = std::getenv("RWCD") != nullptr;
+    const bool isRootSet = std::getenv(CustomPCIDeviceList::kCDRootVariable) != nullptr;
     printFact("Configuration file",
               isRootSet ? configurationPath : configurationPath + "; " + describeRoot());
     printFact("Machine type", orNone(machine.machineType));

@@ -124,7 +124,7 @@ void convert(const CString& path, char (&partial)[PATH_MAX]) {
     CIniFile report(partial);
     const CString systemID = report.ReadString("MACH", "SystemID");
     failIf(takeLoadFault());
-    requireFromCD(CustomPCIDeviceList::getCDPathName("syscfg.ini"));
+    requireFromCD(CustomPCIDeviceList::getConfigurationPathName());
     if (status != 0) failIf(describeAbsence());
     requireSystemFile(systemID);
     if (fchmod(output, mode) != 0 || close(output) != 0 ||
