@@ -79,22 +79,6 @@ constexpr bool haveSystemKeys() {
 // The commands that look for misspelt keys know only those of the list.
 static_assert(haveSystemKeys());
 
-struct GroupLine {
-    const char* key;
-    CString (Inventory::*names)() const;
-};
-// In the order of the report.
-constexpr GroupLine kGroupLines[] = {
-    {"DASDAdapters", &Inventory::getDASDDevices},
-    {"NetworkAdapters", &Inventory::getNetworkDevices},
-    {"SystemDevices", &Inventory::getSystemDevices},
-    {"VideoAdapter", &Inventory::getVideoDevices},
-    {"ServiceProcessor", &Inventory::getServiceProcessorDevices},
-    {"CDROM", &Inventory::getCDROMDevices},
-    {"AllAdapters", &Inventory::getAllDevices},
-    {"OnBoardAdapters", &Inventory::getOnBoardDevices},
-};
-
 // Errors go to standard output, like the report.
 void printError(const char* text) { std::printf("!Error!  %s  !Error!\n", text); }
 
@@ -171,9 +155,9 @@ void printSections(Inventory& inventory) {
 
 void printGroups(const Inventory& inventory) {
     std::printf("\n[DETECTED_BY_GROUP]");
-    for (const GroupLine& line : kGroupLines) {
+    for (const Inventory::GroupDef& group : Inventory::kGroups) {
         std::printf("\n");  // ends the header, and leaves an empty line between two lines
-        printLine(line.key, (inventory.*line.names)());
+        printLine(group.name, inventory.getDevices(group.group));
     }
 }
 

@@ -18,18 +18,6 @@ constexpr const char* kTrue = "TRUE";
 constexpr const char* kFalse = "FALSE";
 constexpr const char* kCDROMAdapter = "IDE";
 
-struct GroupWord {
-    const char* word;
-    CustomPCIDeviceList::Group group;
-};
-// In the order in which they are tried.
-constexpr GroupWord kGroupWords[] = {
-    {"DASD", CustomPCIDeviceList::GROUP_DASD},
-    {"NETWORK", CustomPCIDeviceList::GROUP_NETWORK},
-    {"VIDEO", CustomPCIDeviceList::GROUP_VIDEO},
-    {"ServiceProcessor", CustomPCIDeviceList::GROUP_SERVICE_PROCESSOR},
-};
-
 // Whether a key of a device entry has this name.
 bool isDeviceKey(std::string_view name) {
     CString wanted;
@@ -315,42 +303,26 @@ bool CustomPCIDeviceList::countDuplicateAdapters() {
 
 // ---------------------------------------------------------------- Grouping
 
-CustomPCIDeviceList::Group CustomPCIDeviceList::getGroup(const CString& adapterType) {
-    for (const GroupWord& row : kGroupWords)
-        if (adapterType.IsSubstring(row.word)) return row.group;
-    return GROUP_NONE;
+const CustomPCIDeviceList::GroupDef* CustomPCIDeviceList::findGroup(const CString& adapterType) {
+    for (const GroupDef& group : kGroups)
+        if (group.word && adapterType.IsSubstring(group.word)) return &group;
+    return nullptr;
 }
 
-CustomPCIDeviceList::Group CustomPCIDeviceList::getGroupNoCase(const CString& adapterType) {
+const CustomPCIDeviceList::GroupDef* CustomPCIDeviceList::findGroupNoCase(
+    const CString& adapterType) {
     const CString folded = adapterType.Upper();
-    for (const GroupWord& row : kGroupWords)
-        if (folded.IsSubstring(CString(row.word).Upper())) return row.group;
-    return GROUP_NONE;
-}
-
-// The list of a group; null for GROUP_NONE.
-CString* CustomPCIDeviceList::listOf(Group group) {
-    switch (group) {
-        case GROUP_DASD:
-            return &dasdDevices;
-        case GROUP_NETWORK:
-            return &networkDevices;
-        case GROUP_VIDEO:
-            return &videoDevices;
-        case GROUP_SERVICE_PROCESSOR:
-            return &serviceProcessorDevices;
-        case GROUP_NONE:
-            break;
-    }
+    for (const GroupDef& group : kGroups)
+        if (group.word && folded.IsSubstring(CString(group.word).Upper())) return &group;
     return nullptr;
 }
 
 void CustomPCIDeviceList::sortDevicesByType() {
     for (const PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->onBoard.IsSubstring(kTrue)) addName(onBoardDevices, item->adapterName);
-        if (CString* group = listOf(getGroup(item->adapterType)))
-            addName(*group, item->adapterName);
-        addName(allDevices, item->adapterName);
+        if (item->onBoard.IsSubstring(kTrue)) addName(groups[GROUP_ON_BOARD], item->adapterName);
+        if (const GroupDef* found = findGroup(item->adapterType))
+            addName(groups[found->group], item->adapterName);
+        addName(groups[GROUP_ALL], item->adapterName);
     }
     CIniFile configuration(mapFileLocation);
     for (const char* name : kSystemAdapters) {
@@ -358,22 +330,15 @@ void CustomPCIDeviceList::sortDevicesByType() {
         // An empty identifier is part of every text, though IsSubstring() never finds it.
         const bool isOfSystem = systemKeyword.IsEmpty() || systems.IsSubstring(systemKeyword);
         if (!isOfSystem) continue;
-        addName(serviceProcessorDevices, name);
-        addName(allDevices, name);
+        addName(groups[GROUP_SERVICE_PROCESSOR], name);
+        addName(groups[GROUP_ALL], name);
     }
-    cdromDevices = kCDROMAdapter;
-    addName(allDevices, kCDROMAdapter);
+    groups[GROUP_CDROM] = kCDROMAdapter;
+    addName(groups[GROUP_ALL], kCDROMAdapter);
     configuration.Flush();
 }
 
-CString CustomPCIDeviceList::getDASDDevices() const { return dasdDevices; }
-CString CustomPCIDeviceList::getNetworkDevices() const { return networkDevices; }
-CString CustomPCIDeviceList::getSystemDevices() const { return systemDevices; }
-CString CustomPCIDeviceList::getVideoDevices() const { return videoDevices; }
-CString CustomPCIDeviceList::getServiceProcessorDevices() const { return serviceProcessorDevices; }
-CString CustomPCIDeviceList::getCDROMDevices() const { return cdromDevices; }
-CString CustomPCIDeviceList::getAllDevices() const { return allDevices; }
-CString CustomPCIDeviceList::getOnBoardDevices() const { return onBoardDevices; }
+CString CustomPCIDeviceList::getDevices(Group group) const { return groups[group]; }
 
 CString CustomPCIDeviceList::addItemToList(CString list, CString item) const {
     addName(list, item);

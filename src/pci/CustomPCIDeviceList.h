@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 
 #include "pci/PCIDeviceList.h"
 #include "util/CString.h"
@@ -112,12 +113,39 @@ public:
     static CString getSystemID(CIniFile& configuration, const CString& machineType);
     static constexpr const char* kUnknownSystem = "UNKNOWN_SERVER";
 
-    /// The groups that an adapter type can select.
-    enum Group { GROUP_NONE, GROUP_DASD, GROUP_NETWORK, GROUP_VIDEO, GROUP_SERVICE_PROCESSOR };
-    /// The first group whose word the type contains; the case of letters counts.
-    static Group getGroup(const CString& adapterType);
+    /// The groups of adapters.
+    enum Group {
+        GROUP_DASD,
+        GROUP_NETWORK,
+        GROUP_SYSTEM,
+        GROUP_VIDEO,
+        GROUP_SERVICE_PROCESSOR,
+        GROUP_CDROM,
+        GROUP_ALL,
+        GROUP_ON_BOARD,
+        GROUP_COUNT,  ///< How many there are.
+    };
+    struct GroupDef {
+        Group group;
+        const char* name;
+        const char* word;  ///< An adapter whose type contains it joins. Null: no type selects it.
+    };
+    /// In the order of the report. It is also the order in which the words are tried.
+    static constexpr GroupDef kGroups[] = {
+        {GROUP_DASD, "DASDAdapters", "DASD"},
+        {GROUP_NETWORK, "NetworkAdapters", "NETWORK"},
+        {GROUP_SYSTEM, "SystemDevices", nullptr},
+        {GROUP_VIDEO, "VideoAdapter", "VIDEO"},
+        {GROUP_SERVICE_PROCESSOR, "ServiceProcessor", "ServiceProcessor"},
+        {GROUP_CDROM, "CDROM", nullptr},
+        {GROUP_ALL, "AllAdapters", nullptr},
+        {GROUP_ON_BOARD, "OnBoardAdapters", nullptr},
+    };
+    static_assert(std::size(kGroups) == GROUP_COUNT);
+    /// The first group whose word the type contains; the case of letters counts. Null if none.
+    static const GroupDef* findGroup(const CString& adapterType);
     /// The same, if the case of letters did not count: what a misspelt type was meant to select.
-    static Group getGroupNoCase(const CString& adapterType);
+    static const GroupDef* findGroupNoCase(const CString& adapterType);
 
     /// What the value of a key of a device entry reads as.
     struct DeviceNumber {
@@ -180,33 +208,27 @@ public:
     /// Builds the group lists. Does not sort the items. A second call adds all names again, except
     /// to the CD-ROM list.
     void sortDevicesByType();
-    /// The group lists: names joined by ",". Items come first, in list order, then the adapters
-    /// without an item.
-    CString getDASDDevices() const;
-    CString getNetworkDevices() const;
-    CString getSystemDevices() const;  ///< Always "".
-    CString getVideoDevices() const;
-    CString getServiceProcessorDevices() const;
-    CString getCDROMDevices() const;  ///< "IDE" once the lists are built.
-    CString getAllDevices() const;
-    CString getOnBoardDevices() const;
+    /// The list of a group: names joined by ",". Items come first, in list order, then the adapters
+    /// without an item. The list of GROUP_SYSTEM is always "". That of GROUP_CDROM is "IDE" once
+    /// the lists are built.
+    CString getDevices(Group group) const;
+    CString getDASDDevices() const { return getDevices(GROUP_DASD); }
+    CString getNetworkDevices() const { return getDevices(GROUP_NETWORK); }
+    CString getSystemDevices() const { return getDevices(GROUP_SYSTEM); }
+    CString getVideoDevices() const { return getDevices(GROUP_VIDEO); }
+    CString getServiceProcessorDevices() const { return getDevices(GROUP_SERVICE_PROCESSOR); }
+    CString getCDROMDevices() const { return getDevices(GROUP_CDROM); }
+    CString getAllDevices() const { return getDevices(GROUP_ALL); }
+    CString getOnBoardDevices() const { return getDevices(GROUP_ON_BOARD); }
     /// Returns the list with the item appended, after a "," unless the list was empty.
     CString addItemToList(CString list, CString item) const;
 
 private:
     void requireMemoryForRest() const;
-    CString* listOf(Group group);
 
     CString mapFileLocation;  // the path of the system configuration file
     CString systemKeyword;    // the system identifier
-    CString dasdDevices;
-    CString networkDevices;
-    CString systemDevices;
-    CString videoDevices;
-    CString serviceProcessorDevices;
-    CString cdromDevices;
-    CString allDevices;
-    CString onBoardDevices;
+    CString groups[GROUP_COUNT];
     bool readFromInputFile = false;
     CIniFile* inputFile = nullptr;  // the detection document; null before setInputFile()
     int nextDeviceIndex = 0;  // the next device entry to read; only grows, at most to the total

@@ -119,8 +119,7 @@ KnownNames getConfigurationKeys(const CString& section, const Names& systems,
 }
 
 void inspectType(const Line& type, Findings& findings) {
-    if (Inventory::getGroup(type.value) == Inventory::GROUP_NONE &&
-        Inventory::getGroupNoCase(type.value) != Inventory::GROUP_NONE)
+    if (!Inventory::findGroup(type.value) && Inventory::findGroupNoCase(type.value))
         findings.add(type.number,
                      "type " + type.value + " selects no group: the case of letters counts");
 }

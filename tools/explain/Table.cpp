@@ -11,18 +11,6 @@
 #include "explain/columns.h"
 
 namespace {
-struct GroupLine {
-    CustomPCIDeviceList::Group group;
-    const char* key;
-};
-// The lines of the report that list the groups.
-constexpr GroupLine kGroupLines[] = {
-    {CustomPCIDeviceList::GROUP_DASD, "DASDAdapters"},
-    {CustomPCIDeviceList::GROUP_NETWORK, "NetworkAdapters"},
-    {CustomPCIDeviceList::GROUP_VIDEO, "VideoAdapter"},
-    {CustomPCIDeviceList::GROUP_SERVICE_PROCESSOR, "ServiceProcessor"},
-};
-
 // ---------------------------------------------------------------- The system
 
 CString describeSystemID(const Machine& machine) {
@@ -78,11 +66,9 @@ CString numberOf(const Entry& entry) {
     return entry.first == entry.last ? first : first + "-" + CString(entry.last);
 }
 
-const char* groupLineOf(const PCIDevice& adapter) {
-    const CustomPCIDeviceList::Group group = CustomPCIDeviceList::getGroup(adapter.adapterType);
-    for (const GroupLine& line : kGroupLines)
-        if (line.group == group) return line.key;
-    return kNone;
+const char* groupOf(const PCIDevice& adapter) {
+    const auto* const group = CustomPCIDeviceList::findGroup(adapter.adapterType);
+    return group ? group->name : kNone;
 }
 
 Widths measure(const Entries& entries) {
@@ -92,7 +78,7 @@ Widths measure(const Entries& entries) {
         if (!entry.adapter) continue;
         widen(widths.name, printable(entry.adapter->adapterName));
         widen(widths.type, printable(entry.adapter->adapterType));
-        widen(widths.group, groupLineOf(*entry.adapter));
+        widen(widths.group, groupOf(*entry.adapter));
     }
     return widths;
 }
@@ -137,7 +123,7 @@ void printEntry(const Entry& entry, Machine& machine, const Widths& widths) {
     if (const PCIDevice* adapter = entry.adapter) {
         printColumn(printable(adapter->adapterName), widths.name);
         printColumn(orNone(printable(adapter->adapterType)), widths.type);
-        printColumn(groupLineOf(*adapter), widths.group);
+        printColumn(groupOf(*adapter), widths.group);
         std::printf("%s%s\n", printable(describeOnBoard(*adapter, machine.positions)).c_str(),
                     entry.device ? "" : ", and not in the file");
     } else {
