@@ -65,6 +65,7 @@ TEST(Inventory, HasItemsOfZerosThatAreNotCounted) {
                                      item.functionNumber, item.classCode, item.revision,
                                      item.headerType};
     EXPECT_THAT(numbers, testing::Each(0U));
+    EXPECT_EQ(-1, item.entryNumber);
     EXPECT_EQ(-1, item.count);
     EXPECT_EQ(-1, item.instance);
 }
@@ -86,7 +87,10 @@ TEST(Inventory, ReadsNumbersAndDeviceEntriesUpToTheTotal) {
     EXPECT_EQ(18, item->revision) << "0x begins a hexadecimal number";
     EXPECT_EQ(10, item->headerType) << "0 begins an octal number";
     EXPECT_EQ(3, list.skipMissingEntries());
-    EXPECT_EQ(1, std::unique_ptr<PCIDeviceItem>(list.getNextPCIDevice())->vendorID);
+    const std::unique_ptr<PCIDeviceItem> next(list.getNextPCIDevice());
+    ASSERT_NE(nullptr, next);
+    EXPECT_EQ(1, next->vendorID);
+    EXPECT_EQ(3, next->entryNumber) << "those that were skipped count";
     EXPECT_EQ(7, list.findEntry(4));
     EXPECT_EQ(5, list.skipMissingEntries());
     EXPECT_EQ(nullptr, list.getNextPCIDevice());

@@ -197,7 +197,7 @@ PCIDeviceItem* CustomPCIDeviceList::getNextPCIDevice() {
         const CString text = inputFile->ReadString(kDeviceSection, key.name + suffix);
         setField(*item, key, readNumber(key, text.c_str()).value);
     }
-    ++nextDeviceIndex;
+    item->entryNumber = nextDeviceIndex++;
     return item;
 }
 

@@ -17,6 +17,7 @@ struct PCIDevice {
     std::uint32_t classCode = 0;
     std::uint16_t revision = 0;
     std::uint16_t headerType = 0;
+    std::int32_t entryNumber = -1;  ///< Of its device entry. -1: not from a detection file.
 
     CString adapterName;         ///< The name of these IDs on the CD. Never empty in a list.
     CString adapterType;         ///< A word in it, such as "DASD", selects a group. May be empty.

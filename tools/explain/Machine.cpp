@@ -74,20 +74,14 @@ void Machine::takeInventory(const CString& configurationPath) {
 }
 
 // Finds the adapter of the entry, or why it has none. All device entries of a gap read as zeros, so
-// either each of them has an adapter or none has.
+// either each of them has an adapter, of the same name, or none has.
 void Machine::label(Entry& entry) {
-    const PCIDeviceItem zeros;
-    const PCIDeviceItem& device = entry.device ? *entry.device : zeros;
-    if (nextAdapter && nextAdapter->vendorID == device.vendorID &&
-        nextAdapter->deviceID == device.deviceID) {
-        counts.named += entry.getCount();
-        for (int i = 0; i < entry.getCount(); ++i) takeAdapter(entry);
-        return;
-    }
+    while (nextAdapter && nextAdapter->entryNumber <= entry.last) takeAdapter(entry);
+    if (entry.adapter) return;
     CString line;
-    entry.isLeftOut =
-        entry.hasIDs() && configuration.FindItem(CustomPCIDeviceList::kMapSection,
-                                                 inventory.getDeviceINIFileEntry(&device), line);
+    entry.isLeftOut = entry.hasIDs() &&
+                      configuration.FindItem(CustomPCIDeviceList::kMapSection,
+                                             inventory.getDeviceINIFileEntry(entry.device), line);
     long long& count = entry.isLeftOut ? counts.leftOut
                        : entry.device  ? counts.unnamed
                                        : counts.missing;
@@ -96,6 +90,7 @@ void Machine::label(Entry& entry) {
 
 void Machine::takeAdapter(Entry& entry) {
     entry.adapter = nextAdapter;
+    ++counts.named;
     if (nextAdapter->onBoard == "TRUE") ++counts.onBoard;
     nextAdapter = inventory.getNextDeviceFromList();
 }

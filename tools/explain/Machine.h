@@ -32,9 +32,7 @@ struct Counts {
 /// entry.
 ///
 /// The inventory runs as it does in the converter, and the device entries are read once more. The
-/// adapters of the inventory are the device entries that have a name, in the same order. A pair of
-/// IDs either has a name or has none. So a device entry has a name exactly if its IDs are those of
-/// the next adapter.
+/// adapters of the inventory are the device entries that have a name, in the same order.
 class Machine {
 public:
     Machine(const CString& detectionPath, ConfigurationFile& configuration);
