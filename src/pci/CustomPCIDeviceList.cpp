@@ -217,15 +217,15 @@ int CustomPCIDeviceList::skipMissingEntries() {
     return nextDeviceIndex;
 }
 
-// Ends the process at once if memory cannot hold the items of all device entries that are left, and
-// as much again for their texts. Otherwise a run with such a total would fill the memory for
-// minutes before it ends. This relies on a kernel that refuses what it cannot give. One that is set
-// up to promise any size lets the trial pass; then the run ends where its memory ends.
+// Ends the process at once if memory cannot hold the items of all device entries that are left.
+// Otherwise a run with such a total would fill the memory for minutes before it ends. This relies
+// on a kernel that refuses what it cannot give. One that is set up to promise any size lets the
+// trial pass; then the run ends where its memory ends.
 void CustomPCIDeviceList::requireMemoryForRest() const {
     const int left = getTotalNumEntries() - nextDeviceIndex;
     if (left <= 0) return;
     // Volatile, since a compiler may remove an allocation that is not used.
-    void* volatile trial = std::calloc(static_cast<std::size_t>(left), 2 * sizeof(PCIDeviceItem));
+    void* volatile trial = std::calloc(static_cast<std::size_t>(left), sizeof(PCIDeviceItem));
     std::free(CString::Required(trial));
 }
 
