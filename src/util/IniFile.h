@@ -45,11 +45,9 @@ public:
         CString sLine;
 
         /// Records come from the pool. If memory runs out, the nothrow form returns null and the
-        /// plain form ends the process with the fatal report. The third form is placement new,
-        /// which the other two would hide.
+        /// plain form ends the process with the fatal report.
         static void* operator new(std::size_t size);
         static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-        static void* operator new(std::size_t, void* place) noexcept { return place; }
         static void operator delete(void* record, std::size_t size) noexcept;
     };
 
