@@ -68,6 +68,8 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
         EXPECT_TRUE(file.OpenTempFile(dir));
         EXPECT_TRUE(second.OpenTempFile(dir));
         EXPECT_EQ(3, filesIn(folder.path())) << "each has a name of its own";
+        EXPECT_FALSE(second.OpenFile(""));
+        EXPECT_TRUE(second.WriteString("x")) << "an empty name leaves the temporary file open";
         EXPECT_TRUE(file.OpenFile(other));
         EXPECT_EQ(2, filesIn(folder.path())) << "the next file closes the temporary one";
         EXPECT_FALSE(file.OpenTempFile("none"));
@@ -118,7 +120,12 @@ TEST(Files, AreCopiedByteForByte) {
     EXPECT_TRUE(CMyFileIO::CopyFile(source, target));
     EXPECT_TRUE(CMyFileIO::CopyFile(target, target)) << "a copy to itself changes nothing";
     EXPECT_EQ(bytes, readFile(copy));
-    EXPECT_FALSE(CMyFileIO::CopyFile(source, folder.path().c_str()));
+    const CString readOnly = "/proc/sys/kernel/ostype";  // even for root
+    for (const CString& other : {CString(folder.path().c_str()), readOnly}) {
+        SCOPED_TRACE(other);
+        EXPECT_FALSE(CMyFileIO::CopyFile(source, other));
+        EXPECT_FALSE(CMyFileIO::CopyFile(other, other)) << "not even to itself";
+    }
 }
 
 TEST(Files, HaveVersionsThatCompareByNumbers) {

@@ -119,13 +119,18 @@ bool CMyFileIO::Open(CString mode) {
 }
 
 bool CMyFileIO::OpenFile(CString name, CString mode) {
-    if (m_bTemporary) CloseFile();  // while its name is known, by which it is deleted
+    // A temporary file is deleted by its name, which stays until the file is closed.
+    if (m_bOpen && m_bTemporary) {
+        if (name.IsEmpty()) return false;
+        CloseFile();
+    }
     m_sFileName = std::move(name);
     return Open(mode);
 }
 
 bool CMyFileIO::OpenTempFile(CString dir) {
     CloseFile();
+    m_bTemporary = false;  // a temporary file that could not be closed has left it set
     m_sFileName = std::move(dir);
     m_sFileName.AddPath("XXXXXX");
     const int descriptor = mkstemp(m_sFileName.GetBuffer());
@@ -198,7 +203,7 @@ bool CMyFileIO::DeleteFile(CString name) { return unlink(name.c_str()) == 0; }
 bool CMyFileIO::CopyFile(CString source, CString target) {
     CMyFileIO in(source), out(target);
     if (!in.Open("rb")) return false;
-    if (isSameFile(source, target)) return true;  // opening the target would empty it
+    if (isSameFile(source, target)) return out.Open("rb+");  // "wb+" would empty it
     if (!out.Open("wb+")) return false;
     for (int c; (c = getc_unlocked(in.m_pFile)) != EOF;) putc_unlocked(c, out.m_pFile);
     return true;

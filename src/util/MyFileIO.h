@@ -31,7 +31,7 @@ public:
     bool Open(CString mode);
     bool Open() { return Open(""); }
     /// Sets the object's name to `name` and opens that file. If a temporary file is open, closes
-    /// and deletes it first.
+    /// and deletes it first; but if `name` is empty, it stays open and keeps its name.
     bool OpenFile(CString name, CString mode);
     bool OpenFile(CString name) { return OpenFile(name, ""); }
     /// Creates and opens a file for reading and writing that is deleted when it is closed. Its name
