@@ -1,8 +1,35 @@
 #include <climits>
+#include <clocale>
+#include <iomanip>
 
 #include "support.h"
 
 constexpr const char* kNull = nullptr;
+
+namespace {
+// Sets a locale of a decimal comma, in which "A" is the upper case of "1". It is made here, since a
+// system may have no other locale than "C".
+class OddLocale : ScratchFolder {
+public:
+    OddLocale() {
+        const std::string rules =
+            file("rules",
+                 "LC_CTYPE\ntoupper (<U0031>,<U0041>)\ntolower (<U0041>,<U0031>)\nEND LC_CTYPE\n"
+                 "LC_NUMERIC\ndecimal_point \",\"\ngrouping -1\nEND LC_NUMERIC\n");
+        std::ostringstream characters;
+        characters << "CHARMAP\n" << std::hex << std::setfill('0');
+        for (int i = 0; i < 128; ++i)
+            characters << "<U" << std::setw(4) << i << "> \\x" << std::setw(2) << i << "\n";
+        const std::string map = file("characters", characters.str() + "END CHARMAP\n");
+        // Its status is not 0, since other categories are missing.
+        const std::string command = "localedef -c -f " + map + " -i " + rules + " " + path("odd");
+        EXPECT_NE(-1, std::system((command + " >/dev/null 2>&1").c_str()));
+        setenv("LOCPATH", path().c_str(), 1);
+        EXPECT_NE(nullptr, std::setlocale(LC_ALL, "odd"));
+    }
+    ~OddLocale() { std::setlocale(LC_ALL, "C"); }
+};
+}  // namespace
 
 TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
@@ -63,6 +90,17 @@ TEST(Strings, ChangeCaseInPlaceOrInACopy) {
     EXPECT_EQ("AB1\xE4[`{", s.Upper()) << "only ASCII letters have a case";
     EXPECT_EQ("aB1\xE4[`{", s.ToUpper(1));
     EXPECT_EQ("ab1\xE4[`{", s.ToLower());
+}
+
+TEST(Strings, AreTheSameInEveryLocale) {
+    const OddLocale locale;
+    char text[8];
+    std::snprintf(text, sizeof text, "%.1f", 1.5);
+    ASSERT_STREQ("1,5", text);
+    EXPECT_EQ("1.5", CString(1.5));
+    EXPECT_EQ("1A", CString("1a").Upper());
+    EXPECT_EQ("1a", CString("1A").Lower());
+    EXPECT_FALSE(CString("1").EqualsNoCase("A"));
 }
 
 TEST(Strings, KeepStillWhileLocked) {

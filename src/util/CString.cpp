@@ -1,12 +1,8 @@
 #include "util/CString.h"
 
-#include <strings.h>
-
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <climits>
-#include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -90,9 +86,9 @@ const char* directoryEnd(const char* path) {
     return slash ? slash : std::strchr(path, ':');
 }
 
-char folded(char c, int (*fold)(int)) {
-    return static_cast<char>(fold(static_cast<unsigned char>(c)));
-}
+// Only ASCII letters have a case. The functions of the C library follow the locale.
+char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char raised(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 }  // namespace
 
 std::string_view CString::Trimmed(std::string_view text) {
@@ -207,7 +203,11 @@ int CString::order(const char* a, const char* b) {
 
 int CString::Compare(CString other) const { return std::strcmp(buffer, other.buffer); }
 
-int CString::CompareNoCase(CString other) const { return strcasecmp(buffer, other.buffer); }
+int CString::CompareNoCase(CString other) const {
+    const char *a = buffer, *b = other.buffer;
+    for (; *a && lowered(*a) == lowered(*b); ++a) ++b;
+    return static_cast<unsigned char>(lowered(*a)) - static_cast<unsigned char>(lowered(*b));
+}
 
 bool CString::Equals(CString other) const { return Compare(std::move(other)) == 0; }
 
@@ -227,20 +227,19 @@ bool CString::SetAt(unsigned i, char c) {
 
 // ---------------------------------------------------------------- Numbers
 
-void CString::format(const char* form, ...) {
+// By to_chars, since printf writes the decimal point of the locale.
+template <class Number, class... Form>
+void CString::assignNumber(Number number, Form... form) {
     char text[32];  // enough for 20 digits and a sign, and for -1.23457e+308
-    va_list arguments;
-    va_start(arguments, form);
-    std::vsnprintf(text, sizeof text, form, arguments);
-    va_end(arguments);
-    *this = text;
+    const char* end = std::to_chars(text, text + sizeof text, number, form...).ptr;
+    Assign({text, lengthOf(text, end)});
 }
 
-void CString::ToString(int number) { format("%d", number); }
-void CString::ToString(unsigned int number) { format("%u", number); }
-void CString::ToString(long number) { format("%ld", number); }
-void CString::ToString(unsigned long number) { format("%lu", number); }
-void CString::ToString(double number) { format("%g", number); }
+void CString::ToString(int number) { assignNumber(number); }
+void CString::ToString(unsigned int number) { assignNumber(number); }
+void CString::ToString(long number) { assignNumber(number); }
+void CString::ToString(unsigned long number) { assignNumber(number); }
+void CString::ToString(double number) { assignNumber(number, std::chars_format::general, 6); }
 
 void CString::Converter(char* text, int n) {
     if (n < 1 || !text) return Empty();
@@ -517,20 +516,20 @@ unsigned CString::ParseTokens(CString* out, unsigned max, CString sep) {
 
 // ---------------------------------------------------------------- Case
 
-CString CString::convert(int (*fold)(int)) {
+CString CString::convert(char (*fold)(char)) {
     if (lockedLength != 0) return "";
-    for (char* p = buffer; *p; ++p) *p = folded(*p, fold);
+    for (char* p = buffer; *p; ++p) *p = fold(*p);
     return *this;
 }
 
-CString CString::convert(unsigned i, int (*fold)(int)) {
-    return SetAt(i, folded(GetAt(i), fold)) ? *this : CString();
+CString CString::convert(unsigned i, char (*fold)(char)) {
+    return SetAt(i, fold(GetAt(i))) ? *this : CString();
 }
 
-CString CString::ToUpper() { return convert(std::toupper); }
-CString CString::ToUpper(unsigned i) { return convert(i, std::toupper); }
-CString CString::ToLower() { return convert(std::tolower); }
-CString CString::ToLower(unsigned i) { return convert(i, std::tolower); }
+CString CString::ToUpper() { return convert(raised); }
+CString CString::ToUpper(unsigned i) { return convert(i, raised); }
+CString CString::ToLower() { return convert(lowered); }
+CString CString::ToLower(unsigned i) { return convert(i, lowered); }
 CString CString::Upper() const { return CString(*this).ToUpper(); }
 CString CString::Lower() const { return CString(*this).ToLower(); }
 

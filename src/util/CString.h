@@ -112,7 +112,7 @@ public:
     friend bool operator>=(const CString& a, const char* b) { return order(a.buffer, b) >= 0; }
     friend bool operator>=(const char* a, const CString& b) { return order(a, b.buffer) >= 0; }
     int Compare(CString other) const;        ///< The result of strcmp: negative, 0 or positive.
-    int CompareNoCase(CString other) const;  ///< The same, without regard to the case of letters.
+    int CompareNoCase(CString other) const;  ///< The same, but ASCII letters have no case.
     bool Equals(CString other) const;
     bool EqualsNoCase(CString other) const;
 
@@ -129,7 +129,7 @@ public:
     // --- Numbers ---
 
     /// The string becomes the number in decimal. A float or double is written as printf's %g writes
-    /// it, with six significant digits.
+    /// it, with six significant digits, but the decimal point is a "." in every locale.
     void ToString(short number) { ToString(int{number}); }
     void ToString(unsigned short number) { ToString(int{number}); }
     void ToString(int number);
@@ -303,15 +303,16 @@ private:
     static int order(const char* a, const char* b);
     static CString joined(const char* left, const char* right);
     static CString copyOf(std::string_view text);
-    void format(const char* form, ...) __attribute__((format(printf, 2, 3)));
+    template <class Number, class... Form>
+    void assignNumber(Number number, Form... form);
     void store(std::size_t kept, std::string_view tail);
     void adopt(char* text);
     template <class IsInSet>
     const char* trim(IsInSet isInSet, bool trimsLeft, bool trimsRight);
     void divide(const CString& sep, bool keepsSeparator);
     CString pathPart(int which) const;
-    CString convert(int (*fold)(int));
-    CString convert(unsigned i, int (*fold)(int));
+    CString convert(char (*fold)(char));
+    CString convert(unsigned i, char (*fold)(char));
 
     void freeText();  // the string is then empty
     // Only for a locked string. The caller may have filled the buffer, without a NUL.
