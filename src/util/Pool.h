@@ -9,8 +9,9 @@
 ///
 /// Small blocks cost less here than from malloc: no byte is spent around a block, and a freed block
 /// is the next one of its size to be given out. The pool frees its memory when no small block is in
-/// use. Larger blocks come from malloc. Under an address sanitizer all blocks do, since it would
-/// not see an overrun inside the pool.
+/// use: at the end of the process, as a rule, since the scratch string of CString keeps one. Larger
+/// blocks come from malloc. Under an address sanitizer all blocks do, since it would not see an
+/// overrun inside the pool.
 ///
 /// All code is in this header: a program that is built from sources which use the pool needs no
 /// further source for it.
