@@ -20,8 +20,8 @@ CString parse(const Strings& table, const Strings& words, bool isCaseSensitive) 
     const int argc = static_cast<int>(argv.size());
     CString all = params.Parse(argc, argv.data(), isCaseSensitive), named, value;
     all += " " + CString(params.GetNumberOfCommandLineCharacters());
-    check(params.GetValue(nameIn(table[0]), named) == params.GetValue(1, value));
-    same(named, value);
+    CHECK(params.GetValue(nameIn(table[0]), named) == params.GetValue(1, value));
+    SAME(named, value);
     for (unsigned i = 0; i <= table.size() + 1; ++i)
         all += (params.GetValue(i, value) ? "\n+" : "\n-") + value;
     return all;
@@ -33,22 +33,22 @@ void aSuccessfulParseCountsAllCharacters(const Strings& words, const CString& ou
     for (std::size_t i = 1; i < words.size(); ++i) given += 1 + words[i].GetLength();
     const bool hasBlank = std::count(words.begin(), words.end(), CString(" ")) != 0;
     // "\n-": there is no parameter at position 0.
-    check(outcome[0] != '0' || hasBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
+    CHECK(outcome[0] != '0' || hasBlank || outcome.StartsWith("0 " + CString(given) + "\n-"));
 }
 
 void theCaseMattersWhereItIsAskedFor(Strings table, Strings words, const CString& outcome) {
     for (CString& line : table) line.ToUpper();
     for (CString& word : words) word.ToUpper();
-    same(parse(table, words, true), outcome.Upper());
+    SAME(parse(table, words, true), outcome.Upper());
     const CString upper = words[0], lower = upper.Lower();
-    check((parse({"1!" + upper}, {"", lower}, true)[0] == '0') == (upper == lower));
+    CHECK((parse({"1!" + upper}, {"", lower}, true)[0] == '0') == (upper == lower));
 }
 
 // The value begins with a quote, so that a path goes on with the word, too.
 void aValueEndsAtTheNextSwitch(const CString& word) {
     for (const char* parameter : {"2/a:", "3/a:"}) {
         const CString outcome = parse({parameter, "1/b"}, {"", "/a:\"", word, "/b"}, true);
-        check(word == "/b" ||
+        CHECK(word == "/b" ||
               outcome.EndsWith("\n+\" " + CString(word == " " ? "" : word) + "\n+\n-"));
     }
 }
@@ -61,17 +61,17 @@ void aStampIsFoundAfterAnyBytes(std::string bytes, const std::string& version) {
     for (const bool isWhole : {true, false}) {
         CString read = "old";
         std::ofstream(path) << bytes;
-        check(CMyFileIO::GetFileVersion(path.c_str(), read) == isWhole);
-        same(read, ("old" + version).c_str());
+        CHECK(CMyFileIO::GetFileVersion(path.c_str(), read) == isWhole);
+        SAME(read, ("old" + version).c_str());
         bytes.pop_back();
     }
 }
 
 void versionsAreOrdered(const CString& first, const CString& second) {
     const int order = CMyFileIO::CompareFileVersion(first, second);
-    check(CMyFileIO::CompareFileVersion(second, first) == -order);
-    check(CMyFileIO::CompareFileVersion(" " + first + " z9\n", second) == order);
-    check(CMyFileIO::CompareFileVersion("1." + first, "0." + second) == 1);
+    CHECK(CMyFileIO::CompareFileVersion(second, first) == -order);
+    CHECK(CMyFileIO::CompareFileVersion(" " + first + " z9\n", second) == order);
+    CHECK(CMyFileIO::CompareFileVersion("1." + first, "0." + second) == 1);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {

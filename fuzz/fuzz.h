@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -11,15 +12,24 @@
 #include "util/CString.h"
 
 // A fuzz target is a list of properties: functions that are named for what must hold, whatever the
-// input is. The stack of a finding names the property that does not hold.
+// input is. A claim that does not hold is printed with the name of its property.
+#define CHECK(claim) check(claim, #claim, __func__)
+#define SAME(a, b) same(a, b, "same(" #a ", " #b ")", __func__)
+
 using Texts = std::vector<std::string>;
 using Strings = std::vector<CString>;
 
-inline void check(bool holds) {
-    if (!holds) std::abort();
+inline void check(bool holds, const char* claim, const char* property) {
+    if (holds) return;
+    std::fprintf(stderr, "%s: %s does not hold\n", property, claim);
+    std::abort();
 }
 
-inline void same(const CString& a, const CString& b) { check(!std::strcmp(a.c_str(), b.c_str())); }
+inline void same(const CString& a, const CString& b, const char* claim, const char* property) {
+    if (!std::strcmp(a.c_str(), b.c_str())) return;
+    std::fprintf(stderr, "\"%s\"\n\"%s\"\n", a.c_str(), b.c_str());
+    check(false, claim, property);
+}
 
 // The parts of an input between the separators, and empty ones up to `least`.
 inline Texts parts(std::string input, const std::string& separator, std::size_t least = 1) {
@@ -39,9 +49,11 @@ inline Strings strings(const Texts& texts) {
     return all;
 }
 
+// The path of a file in TMPDIR, a folder that no other program uses at the same time.
 inline std::string scratch(const std::string& name) { return std::getenv("TMPDIR") + ("/" + name); }
 
 inline std::string getFile(const std::string& path) {
     std::ifstream file(path);
+    CHECK(file.is_open());
     return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -28,7 +28,7 @@ struct Edit {
 std::string linesOf(const CIniFile& ini) {
     std::string text;
     for (const auto* line = ini.GetFirstLine(); line; line = line->pNext) {
-        check((line->pNext ? line->pNext : ini.GetFirstLine())->pPrev == line);
+        CHECK((line->pNext ? line->pNext : ini.GetFirstLine())->pPrev == line);
         text += line->sLine.c_str() + std::string("\n");
     }
     return text;
@@ -39,24 +39,24 @@ void aDocumentHoldsTheLinesOfItsFile(const CIniFile& ini) {
     CMyFileIO file(kPath.c_str());
     file.Open();
     for (CString line; file.ReadString(line);) text += line.Trim() + std::string("\n");
-    check(text == linesOf(ini));
+    CHECK(text == linesOf(ini));
 }
 
 void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const CString value = ini.ReadString(section, key, " absent ");
     CString line, name, divided = " absent ";
     const bool isFound = ini.FindItem(section, key, line);
-    check(!isFound || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
-    check(!isFound || key.EqualsNoCase(name));
-    same(value, divided);
-    same(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
-    check(ini.ReadInteger(section, key, -7) == (isFound ? value.ToInt() : -7));
-    check(!ini.FindItem(section, key + " ", line));
-    check(!ini.FindItem(section + " ", key, line));
+    CHECK(!isFound || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
+    CHECK(!isFound || key.EqualsNoCase(name));
+    SAME(value, divided);
+    SAME(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
+    CHECK(ini.ReadInteger(section, key, -7) == (isFound ? value.ToInt() : -7));
+    CHECK(!ini.FindItem(section, key + " ", line));
+    CHECK(!ini.FindItem(section + " ", key, line));
     const auto isAny = [](std::string_view) { return true; };
     for (int n = 0, at; (at = ini.FindNumber(section, isAny, n)) >= 0 && at < INT_MAX; n = at + 1) {
-        check(at >= n);
-        check(ini.FindNumber(section, isAny, at) == at);
+        CHECK(at >= n);
+        CHECK(ini.FindNumber(section, isAny, at) == at);
     }
 }
 
@@ -65,10 +65,10 @@ void theIndexFindsWhatLookupsFind(CIniFile& ini, const Document& document) {
     for (const Line& line : document.getLines()) {
         const Line* const header = line.section;
         if (!line.isEntry() || !header || header->isRepeated() || header->name.IsEmpty()) continue;
-        same(ini.ReadString(header->name, line.name, " absent "), line.first->value);
-        check(document.findSection(header->name.Upper()) == header);
-        check(document.findEntry(header, line.name.Upper()) == line.first);
-        check(!document.findEntry(header, line.name + " "));
+        SAME(ini.ReadString(header->name, line.name, " absent "), line.first->value);
+        CHECK(document.findSection(header->name.Upper()) == header);
+        CHECK(document.findEntry(header, line.name.Upper()) == line.first);
+        CHECK(!document.findEntry(header, line.name + " "));
     }
 }
 
@@ -79,9 +79,9 @@ void anEditChangesOnePlaceBeforeTheBlanks(const std::string& a, const std::strin
     const auto to = std::mismatch(a.rbegin(), std::reverse_iterator(from.first), b.rbegin(),
                                   std::reverse_iterator(from.second));
     // No line is removed. At most three are added: a blank one, a header and an entry.
-    check(std::count(from.first, to.first.base(), '\n') == 0);
-    check(std::count(from.second, to.second.base(), '\n') <= 3);
-    check(a.size() - a.find_last_not_of('\n') == b.size() - b.find_last_not_of('\n'));
+    CHECK(std::count(from.first, to.first.base(), '\n') == 0);
+    CHECK(std::count(from.second, to.second.base(), '\n') <= 3);
+    CHECK(a.size() - a.find_last_not_of('\n') == b.size() - b.find_last_not_of('\n'));
 }
 
 bool isName(const CString& text, const char* end) {
@@ -93,9 +93,9 @@ void whatWasSetIsThere(CIniFile& ini, const Edit& edit) {
     if (edit.letter.Lower() == "d" || !isName(edit.section, "]") || !isName(edit.key, "=")) return;
     const std::string lines = linesOf(ini);
     const CString value = edit.letter == "i" ? CString(edit.value.ToInt()) : trimmed(edit.value);
-    if (!edit.isBare()) same(ini.ReadString(edit.section, edit.key), value);
-    check(edit.make(ini) == (!edit.isBare() || edit.key.IsEmpty()));
-    check(linesOf(ini) == lines);
+    if (!edit.isBare()) SAME(ini.ReadString(edit.section, edit.key), value);
+    CHECK(edit.make(ini) == (!edit.isBare() || edit.key.IsEmpty()));
+    CHECK(linesOf(ini) == lines);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
@@ -121,11 +121,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
                 if (edit.isFlushed()) onDisk = inMemory;
             }
             anEditChangesOnePlaceBeforeTheBlanks("top\n" + before, "top\n" + linesOf(ini));
-            check(getFile(kPath) == onDisk);
+            CHECK(getFile(kPath) == onDisk);
         }
-        check(ini.WriteIniFile(kCopy.c_str()));
-        check(getFile(kCopy) == linesOf(ini));
+        CHECK(ini.WriteIniFile(kCopy.c_str()));
+        CHECK(getFile(kCopy) == linesOf(ini));
     }
-    check(getFile(kPath) == inMemory);
+    CHECK(getFile(kPath) == inMemory);
     return 0;
 }

@@ -16,8 +16,8 @@ const std::string kScan = scratch("scan"), kReport = scratch("report"), kOther =
 // The report, and the status after it. Standard output goes into a file from the first run on.
 std::string convert() {
     static const bool isCaught = std::freopen(kReport.c_str(), "w", stdout) != nullptr;
-    check(isCaught);
-    check(ftruncate(STDOUT_FILENO, 0) == 0);
+    CHECK(isCaught);
+    CHECK(ftruncate(STDOUT_FILENO, 0) == 0);
     std::rewind(stdout);
     std::string path = kScan;
     char* argv[] = {nullptr, path.data(), nullptr};
@@ -31,14 +31,14 @@ void bothWordSizesAgree(const std::string& report) {
     static int inputs = 0;
     if (!std::getenv("SLOTRPT_X86") || ++inputs % (step ? std::atoi(step) : 1) != 0) return;
     const int status = std::system(("\"$SLOTRPT_X86\" " + kScan + " >" + kOther).c_str());
-    check(getFile(kOther) + std::to_string(WEXITSTATUS(status)) == report);
+    CHECK(getFile(kOther) + std::to_string(WEXITSTATUS(status)) == report);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const Texts input = parts({data, data + size}, "%%\n", 3);
     static const bool isReady = std::system(("mkdir -p " + kFolder).c_str()) == 0;
-    check(isReady);
-    check(setenv("RWCD", scratch("").c_str(), 1) == 0);
+    CHECK(isReady);
+    CHECK(setenv("RWCD", scratch("").c_str(), 1) == 0);
     std::ofstream(kScan) << input[0];
     std::ofstream(kConfiguration) << input[1];
     for (const char* name : {"ALPHA.ini", "server.ini"}) std::ofstream(kFolder + name) << input[2];

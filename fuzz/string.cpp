@@ -10,17 +10,17 @@ void partsMakeTheWhole(const CString& text, const CString& other) {
     for (unsigned i = 0; i <= text.GetLength(); ++i) {
         // GetBuffer(i) keeps the first i characters.
         const CString head = CString(text).GetBuffer(i), tail = text.Substring(i, 0);
-        same(head + tail, text);
-        same(text.Left(lengthOf(head)) + text.Right(tail.GetLength()), text);
-        same(text.Mid(lengthOf(head), 2), tail.Left(2));
-        check(text[i] == *tail.c_str());
+        SAME(head + tail, text);
+        SAME(text.Left(lengthOf(head)) + text.Right(tail.GetLength()), text);
+        SAME(text.Mid(lengthOf(head), 2), tail.Left(2));
+        CHECK(text[i] == *tail.c_str());
         CString s = text;
         s += s.c_str() + i;  // an operand may lie in the string
-        same(s, text + tail);
+        SAME(s, text + tail);
         s = s.c_str() + i;
-        same(s, tail + tail);
+        SAME(s, tail + tail);
     }
-    check(std::string(text.c_str()) + other.c_str() == (text + other).c_str());
+    CHECK(std::string(text.c_str()) + other.c_str() == (text + other).c_str());
 }
 
 void aLockedStringKeepsStill(const CString& text, const CString& other) {
@@ -36,64 +36,64 @@ void aLockedStringKeepsStill(const CString& text, const CString& other) {
     s.Trim(text);
     s.SetAt(0, 'x');
     s.ToUpper();
-    check(s.GetBuffer() == buffer);
-    check(s.ToInt() == 0);
-    same(CString(std::move(s)), text);
+    CHECK(s.GetBuffer() == buffer);
+    CHECK(s.ToInt() == 0);
+    SAME(CString(std::move(s)), text);
     std::memset(s.GetBuffer(), 'x', text.GetLength() + 1);  // all that was promised, but no NUL
     s.ReleaseBuffer();
-    same(s.StrTok(), "");
-    same(s, CString('x', text.GetLength() + 1));
+    SAME(s.StrTok(), "");
+    SAME(s, CString('x', text.GetLength() + 1));
 }
 
 void searchesAgree(const CString& text, const CString& sub) {
     unsigned found = 0, apart = 0;
     for (int at = 0; at < lengthOf(text); ++at)
-        if (text.Mid(at, 0).StartsWith(sub)) check(text.Find(sub, ++found) == at);
+        if (text.Mid(at, 0).StartsWith(sub)) CHECK(text.Find(sub, ++found) == at);
     const int first = text.Find(sub), last = text.ReverseFind(sub);
-    check(first == text.Find(sub, 1));
-    check(last == (found ? text.Find(sub, found) : -1));
-    check(text.IsSubstring(sub) == (found != 0));
-    check(text.Find(sub, found + 1) < 0);
-    check(text.EndsWith(sub) == (found && last == lengthOf(text) - lengthOf(sub)));
+    CHECK(first == text.Find(sub, 1));
+    CHECK(last == (found ? text.Find(sub, found) : -1));
+    CHECK(text.IsSubstring(sub) == (found != 0));
+    CHECK(text.Find(sub, found + 1) < 0);
+    CHECK(text.EndsWith(sub) == (found && last == lengthOf(text) - lengthOf(sub)));
     CString rest = text;
-    check(rest.RemoveSubstring(sub) == (first >= 0));
-    if (found) same(rest.Left(first) + sub + rest.Mid(first, 0), text);
+    CHECK(rest.RemoveSubstring(sub) == (first >= 0));
+    if (found) SAME(rest.Left(first) + sub + rest.Mid(first, 0), text);
     for (rest = text; rest.IsSubstring(sub); ++apart)
         rest = rest.Mid(rest.Find(sub) + lengthOf(sub), 0);
-    check(text.GetNumberOccurances(sub) == apart);
+    CHECK(text.GetNumberOccurances(sub) == apart);
 }
 
 void trimsTakeOnlyTheEnds(const CString& text, const CString& set) {
     CString left = text, right = text, both = text;
     CString head = text.Left(lengthOf(text) - lengthOf(left.TrimLeft(set)));
     CString tail = text.Mid(lengthOf(right.TrimRight(set)), 0);
-    if (*both.Trim(set)) same(head + both + tail, text);
-    for (CString* removed : {&head, &tail}) same(removed->Trim(set), "");
-    for (const CString& end : {both.Left(1), both.Right(1)}) check(!set.IsSubstring(end));
+    if (*both.Trim(set)) SAME(head + both + tail, text);
+    for (CString* removed : {&head, &tail}) SAME(removed->Trim(set), "");
+    for (const CString& end : {both.Left(1), both.Right(1)}) CHECK(!set.IsSubstring(end));
 }
 
 void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     CString parsed[kLongest + 2], joined, walked = list, broken = list;
     const unsigned total = walked.ParseTokens(parsed, kLongest + 2, sep);
-    check(total == list.GetNumberTokens(sep));
+    CHECK(total == list.GetNumberTokens(sep));
     for (unsigned i = 0; i < total; ++i) {
         CString token = i == 0 ? walked.StrTok(sep) : walked.StrTok();
         walked = "changed";  // the walk goes on over the old text
-        same(token, list.GetToken(i, sep));
+        SAME(token, list.GetToken(i, sep));
         const int found = list.FindToken(token, sep);
-        check(found >= 0);
-        check(found <= lengthOf(joined));
-        check(token.IsEmpty() || list.Mid(found, 0).StartsWith(token));
+        CHECK(found >= 0);
+        CHECK(found <= lengthOf(joined));
+        CHECK(token.IsEmpty() || list.Mid(found, 0).StartsWith(token));
         joined += token + sep;
-        same(parsed[i], token.Trim());
+        SAME(parsed[i], token.Trim());
     }
-    same(joined, list + sep);
-    same(list.GetToken(total, sep), "");
-    for (int i = 0; i < 2; ++i) same(walked.StrTok(), "");
+    SAME(joined, list + sep);
+    SAME(list.GetToken(total, sep), "");
+    for (int i = 0; i < 2; ++i) SAME(walked.StrTok(), "");
     const CString start = broken.StrBreak(sep);
-    same(start + broken.StrBreak(), list);
-    same(CString(broken).StrBreak(), "");  // a copy does not have the walk
-    check(broken.ParseTokens(parsed, 1, sep) == 1);
+    SAME(start + broken.StrBreak(), list);
+    SAME(CString(broken).StrBreak(), "");  // a copy does not have the walk
+    CHECK(broken.ParseTokens(parsed, 1, sep) == 1);
 }
 
 // For a list in capitals. Tries no separator with letters, since InsertToken() finds no small ones,
@@ -106,23 +106,23 @@ void tokensAreInsertedAndSorted(const CString& list, const CString& sep) {
         CString token = list.GetToken(i, sep), inserted = list;
         if (token.IsEmpty()) continue;
         inserted.InsertToken("\x01", token.Lower(), sep);
-        check(inserted.FindToken("\x01", sep) == list.FindToken(token, sep));
+        CHECK(inserted.FindToken("\x01", sep) == list.FindToken(token, sep));
         inserted -= "\x01" + sep;
-        same(inserted, list);
-        check(sorted.IsToken(token, sep));
+        SAME(inserted, list);
+        CHECK(sorted.IsToken(token, sep));
     }
     for (unsigned i = 1; i < sorted.GetNumberTokens(sep); ++i)
-        check(sorted.GetToken(i - 1, sep) <= sorted.GetToken(i, sep));
+        CHECK(sorted.GetToken(i - 1, sep) <= sorted.GetToken(i, sep));
 }
 
 template <class Left, class Right>
 void operatorsAgreeWith(int order, const Left& a, const Right& b) {
-    check((a == b) == (order == 0));
-    check((a != b) == (order != 0));
-    check((a < b) == (order < 0));
-    check((a <= b) == (order <= 0));
-    check((a > b) == (order > 0));
-    check((a >= b) == (order >= 0));
+    CHECK((a == b) == (order == 0));
+    CHECK((a != b) == (order != 0));
+    CHECK((a < b) == (order < 0));
+    CHECK((a <= b) == (order <= 0));
+    CHECK((a > b) == (order > 0));
+    CHECK((a >= b) == (order >= 0));
 }
 
 void stringsAreOrderedByBytesAfterNull(const CString& a, const CString& b) {
@@ -132,23 +132,23 @@ void stringsAreOrderedByBytesAfterNull(const CString& a, const CString& b) {
     operatorsAgreeWith(order, left, b);
     operatorsAgreeWith(-1, none, a);
     operatorsAgreeWith(1, a, none);
-    check((a.Compare(b) < 0) == (order < 0));
-    check(a.Equals(b) == (order == 0));
-    check(a.EqualsNoCase(b) == (a.Lower() == b.Lower()));
+    CHECK((a.Compare(b) < 0) == (order < 0));
+    CHECK(a.Equals(b) == (order == 0));
+    CHECK(a.EqualsNoCase(b) == (a.Lower() == b.Lower()));
 }
 
 void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     CString drive, directory, name, extension, made, whole = path, head = path, tail = part;
     path.SplitPath(drive, directory, name, extension);
     made.MakePath(drive, directory, name, extension);
-    same(drive + made, whole.Trim());
-    check(drive.Find(":") == lengthOf(drive) - 1);
-    check(!(name + extension).IsSubstring("/"));
-    check(extension.IsEmpty() ? !name.Right(4).IsSubstring(".") : extension.ReverseFind(".") == 0);
-    if (path.IsSubstring("/")) same(path.GetPath() + "/" + path.GetName(), path);
+    SAME(drive + made, whole.Trim());
+    CHECK(drive.Find(":") == lengthOf(drive) - 1);
+    CHECK(!(name + extension).IsSubstring("/"));
+    CHECK(extension.IsEmpty() ? !name.Right(4).IsSubstring(".") : extension.ReverseFind(".") == 0);
+    if (path.IsSubstring("/")) SAME(path.GetPath() + "/" + path.GetName(), path);
     if (!*head.TrimRight("/") || !*tail.TrimLeft("/")) return;
-    same((head + "/").AddPath("/" + tail), head + "/" + tail);
-    same(CString(head).AddPath(tail), head + "/" + tail);
+    SAME((head + "/").AddPath("/" + tail), head + "/" + tail);
+    SAME(CString(head).AddPath(tail), head + "/" + tail);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
