@@ -61,7 +61,7 @@ void aStampIsFoundAfterAnyBytes(std::string bytes, const std::string& version) {
     for (const bool isWhole : {true, false}) {
         CString read = "old";
         std::ofstream(path) << bytes;
-        CHECK(CMyFileIO::GetFileVersion(path.c_str(), read) == isWhole);
+        CHECK(CMyFileIO(path.c_str()).GetFileVersion(read) == isWhole);
         SAME(read, ("old" + version).c_str());
         bytes.pop_back();
     }
@@ -72,6 +72,7 @@ void versionsAreOrdered(const CString& first, const CString& second) {
     CHECK(CMyFileIO::CompareFileVersion(second, first) == -order);
     CHECK(CMyFileIO::CompareFileVersion(" " + first + " z9\n", second) == order);
     CHECK(CMyFileIO::CompareFileVersion("1." + first, "0." + second) == 1);
+    CHECK(CMyFileIO::CompareFileVersion("1.2.3.4." + first, "1.2.3.4." + second) == 0);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {

@@ -48,6 +48,8 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     const bool isFound = ini.FindItem(section, key, line);
     CHECK(!isFound || CIniFile::DivideLine(line, name, divided) == CIniFile::lkEntry);
     CHECK(!isFound || key.EqualsNoCase(name));
+    CHECK(!isFound || ini.HasSection(section));
+    CHECK(!ini.HasSection(section + " "));
     SAME(value, divided);
     SAME(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
     CHECK(ini.ReadInteger(section, key, -7) == (isFound ? value.ToInt() : -7));

@@ -20,7 +20,20 @@ void partsMakeTheWhole(const CString& text, const CString& other) {
         s = s.c_str() + i;
         SAME(s, tail + tail);
     }
+    SAME(text.Mid(-1, 2), text.Left(2));
     CHECK(std::string(text.c_str()) + other.c_str() == (text + other).c_str());
+}
+
+void aCharacterChangesInItsPlace(const CString& text) {
+    for (unsigned i = 0; i <= text.GetLength(); ++i) {
+        const CString head = CString(text).GetBuffer(i), tail = text.Substring(i, 0);
+        const CString one = tail.Left(1), rest = tail.Mid(1, 0);
+        CString set = text, upper = text, lower = text;
+        CHECK(set.SetAt(i, 'x') == !one.IsEmpty());
+        SAME(set, one.IsEmpty() ? text : head + 'x' + rest);
+        SAME(upper.ToUpper(i), one.IsEmpty() ? "" : head + one.Upper() + rest);
+        SAME(lower.ToLower(i), one.IsEmpty() ? "" : head + one.Lower() + rest);
+    }
 }
 
 void aLockedStringKeepsStill(const CString& text, const CString& other) {
@@ -28,14 +41,15 @@ void aLockedStringKeepsStill(const CString& text, const CString& other) {
     s.StrTok(other);
     const char* const buffer = s.GetBuffer(text.GetLength() + 1);
     s = other;
+    s = text + other;
     s += other;
     s -= text;
     s.Empty();
     s.RepeatChar('x', 2);
     s.Converter(other.GetCharString(), 1);
-    s.Trim(text);
     s.SetAt(0, 'x');
-    s.ToUpper();
+    SAME(s.Trim(text), "");
+    SAME(s.ToUpper(), "");
     CHECK(s.GetBuffer() == buffer);
     CHECK(s.ToInt() == 0);
     SAME(CString(std::move(s)), text);
@@ -94,6 +108,7 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     SAME(start + broken.StrBreak(), list);
     SAME(CString(broken).StrBreak(), "");  // a copy does not have the walk
     CHECK(broken.ParseTokens(parsed, 1, sep) == 1);
+    for (unsigned i = 1; i < 4; ++i) SAME(broken.StrTok(), list.GetToken(i, sep));
 }
 
 // For a list in capitals. Tries no separator with letters, since InsertToken() finds no small ones,
@@ -145,6 +160,7 @@ void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     CHECK(drive.Find(":") == lengthOf(drive) - 1);
     CHECK(!(name + extension).IsSubstring("/"));
     CHECK(extension.IsEmpty() ? !name.Right(4).IsSubstring(".") : extension.ReverseFind(".") == 0);
+    SAME(CString(part).GetPath(path), path.GetPath());
     if (path.IsSubstring("/")) SAME(path.GetPath() + "/" + path.GetName(), path);
     if (!*head.TrimRight("/") || !*tail.TrimLeft("/")) return;
     SAME((head + "/").AddPath("/" + tail), head + "/" + tail);
@@ -156,6 +172,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     for (std::size_t i = 1; i < texts.size() && i < 8; ++i) {
         const CString text = texts[i - 1].Left(kLongest), other = texts[i].Left(kLongest);
         partsMakeTheWhole(text, other);
+        aCharacterChangesInItsPlace(text);
         aLockedStringKeepsStill(text, other);
         searchesAgree(text, other);
         searchesAgree(text + text + text + other, text + text);  // hits that overlap
