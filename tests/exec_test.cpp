@@ -4,7 +4,21 @@
 
 #include "support.h"
 
+// An error of execvp that no test can bring about. While this is 0, execvp does its work.
+static int g_execError = 0;
+
+extern "C" int execvp(const char* file, char* const argv[]) noexcept {
+    if (g_execError == 0) return execvpe(file, argv, environ);
+    errno = g_execError;
+    return -1;
+}
+
 namespace {
+bool failWith(int error, CExec& exec) {
+    g_execError = error;
+    return exec.Execute("true");
+}
+
 const std::string kRun = "System call failed.  Unable to run ";
 const std::string kExecute = "Exec call failed.  Unable to run ";
 const std::string kNotFound = "\n\nPath or file name not found.\n";
@@ -36,6 +50,22 @@ const Failure kFailures[] = {
          return e.Execute("true");
      },
      E2BIG, kExecute + "true\n\nArg list too long.\n"},
+    {"the file may be no program", [](CExec& e) { return failWith(ENOEXEC, e); }, ENOEXEC,
+     kExecute + "true\n\nExec format error.\n"},
+    {"memory may run out", [](CExec& e) { return failWith(ENOMEM, e); }, ENOMEM,
+     kExecute + "true\n\nNot enough memory.\n"},
+    {"the program may be damaged", [](CExec& e) { return failWith(EINVAL, e); }, EINVAL,
+     kExecute + "true\n\nInvalid argument.\n"},
+    {"the end of a command may not be seen",
+     [](CExec& e) {
+         setpgid(0, 0);
+         std::signal(SIGUSR1, [](int) {
+             std::signal(SIGCHLD, SIG_IGN);
+             kill(0, SIGINT);  // ends only the command: who waits for one does not hear it
+         });
+         return e.Run("kill -USR1 $PPID; sleep 9");
+     },
+     ECHILD, kRun + "kill -USR1 $PPID; sleep 9\n\n\n"},
     {"there may be no interpreter",
      [](CExec& e) {
          setenv("COMSPEC", "none", 1);
@@ -77,8 +107,8 @@ TEST(Exec, PutsTheLastFailureIntoWords) {
         SCOPED_TRACE(row.rule);
         const Outcome run = inChild([&] {
             setenv("PATH", "/bin", 1);  // a folder that cannot be searched gives another error
-            CExec exec("no-such");
-            const bool isStarted = exec.Execute() || row.attempt(exec);
+            CExec exec;
+            const bool isStarted = exec.Execute("no-such") || row.attempt(exec);
             std::printf("%d ", exec.GetLastError());
             std::printf("%d", exec.DisplayLastError());
             return isStarted ? 1 : 0;
