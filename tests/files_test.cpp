@@ -65,9 +65,15 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();
     {
         CMyFileIO file, second;
+        CString line;
         EXPECT_TRUE(file.OpenTempFile(dir));
         EXPECT_TRUE(second.OpenTempFile(dir));
         EXPECT_EQ(3, filesIn(folder.path())) << "each has a name of its own";
+        EXPECT_TRUE(file.WriteStringNL("a"));
+        EXPECT_TRUE(file.Rewind());
+        EXPECT_TRUE(file.ReadString(line)) << "it is opened for reading, too";
+        EXPECT_TRUE(file.OpenTempFile(dir));
+        EXPECT_EQ(3, filesIn(folder.path())) << "the next one closes it";
         EXPECT_FALSE(second.OpenFile(""));
         EXPECT_TRUE(second.WriteString("x")) << "an empty name leaves the temporary file open";
         EXPECT_TRUE(file.OpenFile(other));
@@ -94,6 +100,7 @@ TEST(Files, LeaveNoDescriptorOpen) {
     {
         CMyFileIO file(folder.file("a", "").c_str()), temporary;
         for (int i = 0; i < 2; ++i) EXPECT_TRUE(file.Open());
+        EXPECT_TRUE(temporary.OpenFile("/dev/null"));
         EXPECT_TRUE(temporary.OpenTempFile(folder.path().c_str()));
         EXPECT_EQ(before + 2, openFiles()) << "one for each object";
         EXPECT_TRUE(file.DeleteFile());
@@ -112,7 +119,7 @@ TEST(Files, ExistAsPipesAndDevices) {
 
 TEST(Files, AreCopiedByteForByte) {
     const ScratchFolder folder;
-    const std::string copy = folder.path("copy");
+    const std::string copy = folder.file("copy", std::string(300, 'x'));
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
     const CString source = folder.file("a", bytes).c_str(), target = copy.c_str();
@@ -125,6 +132,26 @@ TEST(Files, AreCopiedByteForByte) {
         SCOPED_TRACE(other);
         EXPECT_FALSE(CMyFileIO::CopyFile(source, other));
         EXPECT_FALSE(CMyFileIO::CopyFile(other, other)) << "not even to itself";
+    }
+}
+
+TEST(Files, AreReadOnlyOrWriteOnly) {
+    const ScratchFolder folder;
+    const std::string path = folder.file("a", "");
+    for (const auto& [isReadOnly, mode] : {std::pair(true, 0400), std::pair(false, 0200)}) {
+        EXPECT_TRUE(CMyFileIO::SetReadOnly(path.c_str(), isReadOnly));
+        EXPECT_EQ(std::filesystem::perms(mode), std::filesystem::status(path).permissions());
+    }
+    EXPECT_FALSE(CMyFileIO::SetReadOnly("none", true));
+}
+
+TEST(Files, AreNotListed) {
+    for (const auto list : {CMyFileIO::GetFiles, CMyFileIO::GetSubdirectories}) {
+        CString files = "old", none = "old";
+        EXPECT_TRUE(list("/", files));
+        EXPECT_EQ("", files);
+        EXPECT_FALSE(list("", none));
+        EXPECT_EQ("", none);
     }
 }
 
