@@ -6,6 +6,7 @@ constexpr auto kSwitch = CCLParams::CLSwitch;
 constexpr auto kParam = CCLParams::CLParam;
 constexpr auto kPath = CCLParams::CLPathParam;
 constexpr auto kNone = CCLParams::CLNone;
+constexpr auto kAbove = static_cast<CCLParams::CLParamModes>(4);
 
 struct Parameter {
     CCLParams::CLParamModes mode;
@@ -19,28 +20,44 @@ struct Parse {
     std::vector<Parameter> parameters;
     std::vector<const char*> arguments;
     int result;
+    int characters;  // 4 for the program; for each parameter found, 1, its name and its value
 };
 const Parse kParses[] = {
     {"a value goes on over arguments up to a switch, a path only in quotes",
      {{kParam, "/o:", "a b", true}, {kSwitch, "/v", ""}, {kPath, "", "\"My D\""}},
      {"/O:a", "b", "/v", "\"My", "D\""},
-     CCLParams::kParsed},
+     CCLParams::kParsed,
+     4 + 7 + 3 + 7},
+    {"a path goes on only while it has exactly one quote",
+     {{kPath, "-q", "\"a\"\""}, {kPath, "", "b"}},
+     {"-q\"a\"\"", "b"},
+     CCLParams::kParsed,
+     4 + 7 + 2},
     {"a parameter is found once; after that, its name is part of a value",
      {{kSwitch, "/v", ""}, {kParam, "-p", " a /v"}},
      {"/v", "-p", "a", "/v"},
-     CCLParams::kParsed},
+     CCLParams::kParsed,
+     4 + 3 + 8},
     {"a switch equals its argument, and what nothing accepts ends the parse",
      {{kSwitch, "/v", nullptr}, {kPath, "-q", "a"}},
      {"-qa", "/vx", "/v"},
-     CCLParams::kMismatch},
+     CCLParams::kMismatch,
+     4 + 4},
     {"a required parameter must not be missing",
      {{kSwitch, "/v", ""}, {kSwitch, "/r", nullptr, true}},
      {"/v"},
-     CCLParams::kMismatch},
+     CCLParams::kMismatch,
+     4 + 3},
     {"a parameter without a mode fails when an argument meets it",
      {{kNone, "-", nullptr}, {kSwitch, "/v", nullptr, true}},
      {"/v"},
-     CCLParams::kUnknownMode},
+     CCLParams::kUnknownMode,
+     4},
+    {"so does one with a mode above the last",
+     {{kAbove, "-", nullptr}},
+     {"-"},
+     CCLParams::kUnknownMode,
+     4},
 };
 }  // namespace
 
@@ -53,6 +70,7 @@ TEST(Params, TakeArgumentsInTheOrderOfTheirDeclaration) {
         row.arguments.insert(row.arguments.begin(), "tool");
         const int argc = static_cast<int>(row.arguments.size());
         EXPECT_EQ(row.result, params.Parse(argc, row.arguments.data(), false));
+        EXPECT_EQ(row.characters, params.GetNumberOfCommandLineCharacters());
         unsigned position = 0;
         for (const Parameter& parameter : row.parameters) {
             SCOPED_TRACE(parameter.name);
@@ -75,6 +93,10 @@ TEST(Params, AreFoundByTheirExactNameUntilDeleted) {
     EXPECT_EQ(4 + 4 + 2, params.GetNumberOfCommandLineCharacters());  // "tool", " /V1", " a"
     EXPECT_FALSE(params.GetValue(3, none));
     EXPECT_EQ("", none);
+    EXPECT_EQ(CCLParams::kParsed, params.Parse(1, argv, true));
+    EXPECT_TRUE(params.GetValue("/V", value)) << "another parse clears nothing";
+    EXPECT_EQ("1 a", value);
+    EXPECT_EQ(CCLParams::kMismatch, params.Parse(2, argv, true)) << "/V was found before";
     params.DeleteNodes();
     EXPECT_FALSE(params.GetValue("/V"));
     EXPECT_NE(nullptr, params.MakeNewNode());
