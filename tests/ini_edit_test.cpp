@@ -18,6 +18,10 @@ const Edit kEdits[] = {
      "[A]\nK = 1\n\n\n[A]\n", "A", "N", "5", "[A]\nK = 1\nN = 5\n\n\n[A]\n"},
     {"a new section goes before the last blank lines, after one of its own", "X = 2\n\n\n", "C",
      "K", "1", "X = 2\n\n[C]\nK = 1\n\n\n"},
+    {"a document of blank lines gets none above its first section", "\n\n", "C", "K", "1",
+     "[C]\nK = 1\n\n\n"},
+    {"a line that differs only in case is new", "[A]\nitem\n", "A", "", "Item",
+     "[A]\nitem\nItem\n"},
 };
 }  // namespace
 
@@ -68,6 +72,7 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     CString line;
     EXPECT_FALSE(ini.FindItem("", "K", line));
     EXPECT_EQ("b", line) << "a lookup does not need this pPrev to find the last line";
+    EXPECT_FALSE(ini.AddLine("c")) << "a line at the end does";
     EXPECT_TRUE(ini.InsertLine(first, " top "))
         << "an insertion before it does not need it, either";
     EXPECT_EQ("top", ini.GetFirstLine()->sLine);
@@ -77,4 +82,6 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     EXPECT_EQ("new", made->sLine);
     EXPECT_EQ(made.get(), ini.RewindBlanks(made.get()));
     EXPECT_EQ(nullptr, ini.GetFirstLine()) << "the new line is in no document";
+    EXPECT_TRUE(ini.AddLine(" \tc\n"));
+    EXPECT_EQ("c", ini.GetFirstLine()->sLine);
 }
