@@ -32,4 +32,5 @@ TEST(Paths, AreJoinedByOneSlash) {
     EXPECT_STREQ("a/x", CString("a/").AddPath("/x"));
     EXPECT_STREQ("/x", CString().AddPath("/x"));
     EXPECT_STREQ("a", CString("a").AddPath(""));
+    EXPECT_STREQ("/d/f.txt", CString().MakePath("C:", "/d", "f", ".txt")) << "without the drive";
 }

@@ -1,6 +1,6 @@
 #include <climits>
 #include <clocale>
-#include <iomanip>
+#include <cstring>
 
 #include "support.h"
 
@@ -35,7 +35,9 @@ TEST(Strings, AreMadeOfNumbersAndReadAsSuch) {
     EXPECT_EQ("-2147483648", CString(INT_MIN));
     EXPECT_EQ("4294967295", CString(UINT_MAX));
     EXPECT_EQ("-12", CString(-12L));
+    EXPECT_EQ("-32768", CString(short{SHRT_MIN}));
     EXPECT_EQ("-1.23457e+06", CString(-1234567.0)) << "six significant digits";
+    EXPECT_EQ("0.1", CString(0.1F));
     const std::pair<CString, int> kNumbers[] = {
         {" \t-12a", -12}, {"010", 10}, {"2147483648", INT_MAX}, {"-9999999999999999", INT_MIN}};
     for (const auto& [text, number] : kNumbers) EXPECT_EQ(number, text.ToInt()) << text;
@@ -106,24 +108,44 @@ TEST(Strings, AreTheSameInEveryLocale) {
 TEST(Strings, KeepStillWhileLocked) {
     CString s = "a;b;c";
     s.StrTok(";");
-    char* const buffer = s.GetBuffer(10);
+    char* const buffer = s.Get(10);  // each operation under one of its names
     s = "x";
     EXPECT_FALSE(s.SetAt(0, 'x'));
     EXPECT_STREQ("a;b;c", buffer);
     for (int i = 0; i < 10; ++i) buffer[i] = '7';  // all that was promised, but no NUL
-    EXPECT_TRUE(s.ReleaseBuffer());
+    EXPECT_TRUE(s.Release());
     EXPECT_EQ("", s.StrTok()) << "the walk has ended";
-    EXPECT_STREQ("777", s.GetBuffer(3));
+    EXPECT_STREQ("777", s.c_str(3));
     s.GetBuffer(4)[3] = '8';
     EXPECT_STREQ("7778", s.GetBuffer(9)) << "a new buffer keeps a text without a NUL";
-    EXPECT_STREQ("7778", s.GetBuffer(0)) << "a locked string is unlocked, not emptied";
+    EXPECT_STREQ("7778", s.Get(0)) << "a locked string is unlocked, not emptied";
+    EXPECT_TRUE(s.rc_str());
+    EXPECT_STREQ(s.Get(), std::as_const(s).Get());
     s.Converter(CString("abc").GetCharString(), 2);
     EXPECT_EQ("ab", s);
+}
+
+TEST(Strings, BeginInMemoryOfAnyBytes) {
+    alignas(CString) unsigned char room[sizeof(CString)];
+    std::memset(room, 'x', sizeof room);
+    CString* const s = reinterpret_cast<CString*>(room);
+    s->Initialize();
+    EXPECT_EQ("", *s);
+    EXPECT_EQ("", s->StrTok());
+    *s = "a";
+    EXPECT_EQ("a", *s);
+    s->~CString();
 }
 
 TEST(Strings, MakeArraysOfBytes) {
     const std::unique_ptr<char[]> empty(CString::CreateCharString(3));
     EXPECT_STREQ("", empty.get());
+    char* copy = nullptr;
+    for (const char* text : {"a", "bc"}) {
+        EXPECT_TRUE(CString().CopyString(&copy, text));
+        EXPECT_STREQ(text, copy) << "the array before is freed";
+    }
+    delete[] copy;
     const Outcome run = inChild([] { return CString::CreateCharString(INT_MAX + 1U) ? 3 : 4; });
     EXPECT_EQ(1, run.status) << "a text that is too long is fatal";
 }

@@ -2,6 +2,20 @@
 
 using testing::ElementsAre;
 
+namespace {
+struct Insertion {
+    const char* rule;
+    CString list;
+    const char* before;
+    CString after;
+};
+const Insertion kInsertions[] = {
+    {"before a token in any case", "a,c", "C", "a,b,c"},
+    {"before no token", "a", "", "b,a"},
+    {"before a token that is not there", "a,c", "z", "a,c,b"},
+};
+}  // namespace
+
 TEST(Tokens, AreCountedAndFetched) {
     const CString list = " a ,, b ";
     EXPECT_EQ(3U, list.GetNumberTokens(","));
@@ -15,10 +29,11 @@ TEST(Tokens, AreParsedTrimmed) {
     CString list = " A ; \t;B\n", out[4] = {"", "", "", "kept"};
     EXPECT_EQ(3U, list.ParseTokens(out, 4, ";"));
     EXPECT_THAT(out, ElementsAre("A", "", "B", "kept"));
-    CString parts[2] = {"a;b;c"};
+    CString parts[2] = {"a;b;c;d"};
     EXPECT_EQ(2U, parts[0].ParseTokens(parts, 2, ";"));
     EXPECT_THAT(parts, ElementsAre("a", "b")) << "a token may replace the list";
-    EXPECT_EQ("c", parts[0].StrTok()) << "a walk goes on after the last token";
+    for (const CString token : {"c", "d"})
+        EXPECT_EQ(token, parts[0].StrTok()) << "a walk goes on after the last token";
 }
 
 TEST(Tokens, AreWalkedOverASnapshot) {
@@ -33,6 +48,10 @@ TEST(Tokens, AreWalkedOverASnapshot) {
     EXPECT_EQ("k", list.StrTok(":"));
     EXPECT_EQ("k:v:w", list.StrBreak(","));
     EXPECT_EQ("", list.StrBreak()) << "the walk before has ended";
+    EXPECT_EQ("k:v", list.StrBreak("v"));
+    list = "p;q;r";
+    EXPECT_EQ("p;", list.StrBreak(";"));
+    EXPECT_EQ("q;r", list.StrTok()) << "by the separator of the walk before";
 }
 
 TEST(Tokens, AreFoundAsTheyAre) {
@@ -41,7 +60,14 @@ TEST(Tokens, AreFoundAsTheyAre) {
     EXPECT_EQ(0, CString("a").FindToken("x", "")) << "an empty separator is found at once";
 }
 
-TEST(Tokens, AreInsertedAndSorted) {
+TEST(Tokens, AreInserted) {
+    for (Insertion row : kInsertions) {
+        row.list.InsertToken("b", row.before, ",");
+        EXPECT_EQ(row.after, row.list) << row.rule;
+    }
+}
+
+TEST(Tokens, AreSorted) {
     CString list = "pear,,Fig,a b,fig", blank = ",";
     list.InsertToken("", "Fig", ",");
     EXPECT_EQ("pear,,Fig,a b,fig", list) << "an empty token changes nothing";
