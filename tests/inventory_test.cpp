@@ -139,10 +139,28 @@ TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     EXPECT_TRUE(list.initialize(kFile | kName | kLabel | kCount));
     EXPECT_TRUE(list.scanPCIBusAndCreateList());
     EXPECT_EQ(0, list.getTotalNumDevices()) << "only what the scan added counts";
+    EXPECT_TRUE(PCIDeviceList().initialize()) << "even without a device";
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
     list.resetList();
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
+}
+
+TEST(Inventory, GroupsItsItemsOnceMore) {
+    Inventory list(kNIC);
+    EXPECT_TRUE(list.initialize(kFile | kName));
+    list.resetList();
+    list.getNextDeviceFromList()->onBoard = "NOT TRUE";
+    for (int i = 0; i < 2; ++i) list.sortDevicesByType();
+    EXPECT_EQ("NIC,NIC", list.getOnBoardDevices()) << "whatever contains TRUE";
+    EXPECT_EQ("NIC,IDE,NIC,IDE", list.getAllDevices());
+    EXPECT_EQ("IDE", list.getCDROMDevices()) << "it is alone in its group";
+    EXPECT_EQ("a,b", list.addItemToList(list.addItemToList("", "a"), "b"));
+}
+
+TEST(Inventory, LooksForTheCDAtTheRootUnlessToldWhere) {
+    unsetenv("RWCD");
+    EXPECT_EQ("/rwise/ini/a.ini", CustomPCIDeviceList::getCDPathName("a.ini"));
 }
 
 // An empty identifier is part of every list of systems, even of a missing one.
