@@ -35,5 +35,6 @@ int main(int, char* argv[]) {
     const bool isMade =
         ini.WriteString("A", "K", "changed", false, false) && ini.WriteInteger("A", "N", 5) &&
         ini.WriteString("B", "bare", false, false) && ini.WriteString("C", "K", "1", false, false);
+    if (isMade && ini.ReadString("C", "K") != "1") return broken("an edit that was made is there");
     return isMade && ini.WriteIniFile("/dev/stdout") ? 0 : 2;
 }
