@@ -107,8 +107,9 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     const CString start = broken.StrBreak(sep);
     SAME(start + broken.StrBreak(), list);
     SAME(CString(broken).StrBreak(), "");  // a copy does not have the walk
-    CHECK(broken.ParseTokens(parsed, 1, sep) == 1);
-    for (unsigned i = 1; i < 4; ++i) SAME(broken.StrTok(), list.GetToken(i, sep));
+    walked = list;
+    CHECK(walked.ParseTokens(parsed, 1, sep) == 1);
+    for (unsigned i = 1; i < 4; ++i) SAME(walked.StrTok(), list.GetToken(i, sep));
 }
 
 // For a list in capitals. Tries no separator with letters, since InsertToken() finds no small ones,

