@@ -4,8 +4,8 @@
 
 #include <climits>
 
-#include "common/Document.h"
 #include "fuzz.h"
+#include "inspect/Document.h"
 #include "util/IniFile.h"
 #include "util/MyFileIO.h"
 

@@ -4,7 +4,7 @@
 #include <climits>
 #include <cstddef>
 
-#include "common/inspect.h"
+#include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
 SystemFiles::SystemFiles(const Names& systems, Findings& findings) {

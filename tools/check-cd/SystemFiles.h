@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/Findings.h"
 #include "common/List.h"
-#include "common/Names.h"
+#include "inspect/Findings.h"
+#include "inspect/Names.h"
 #include "util/CString.h"
 
 /// The per-system files on the CD, each once, in the order of the systems.

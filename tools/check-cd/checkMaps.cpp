@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "check-cd/checks.h"
-#include "common/KnownName.h"
-#include "common/inspect.h"
+#include "inspect/KnownName.h"
+#include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {

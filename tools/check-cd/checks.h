@@ -1,11 +1,11 @@
 #pragma once
 
-#include "common/Document.h"
-#include "common/Findings.h"
-#include "common/Names.h"
+#include "inspect/Document.h"
+#include "inspect/Findings.h"
+#include "inspect/Names.h"
 
-// What slotrpt-check-cd looks for besides the mistakes of common/inspect.h. Each function adds what
-// it finds to the findings of the file.
+// What slotrpt-check-cd looks for besides the mistakes of inspect/inspect.h. Each function adds
+// what it finds to the findings of the file.
 
 /// The system configuration file, and the names in its maps.
 struct Configuration {

@@ -3,10 +3,10 @@
 
 #include "check-cd/SystemFiles.h"
 #include "check-cd/checks.h"
-#include "common/Findings.h"
 #include "common/command.h"
 #include "common/files.h"
-#include "common/inspect.h"
+#include "inspect/Findings.h"
+#include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include "explain/Machine.h"
 
-#include "common/Document.h"
 #include "common/files.h"
-#include "common/inspect.h"
 #include "explain/numbers.h"
+#include "inspect/Document.h"
+#include "inspect/inspect.h"
 
 void Counts::operator+=(const Counts& other) {
     entries += other.entries;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/Findings.h"
 #include "explain/Entries.h"
+#include "inspect/Findings.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 #include "util/IniFile.h"

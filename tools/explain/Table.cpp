@@ -5,10 +5,10 @@
 #include <cstdlib>
 
 #include "common/files.h"
-#include "common/inspect.h"
 #include "common/printable.h"
 #include "explain/PCINames.h"
 #include "explain/columns.h"
+#include "inspect/inspect.h"
 
 namespace {
 // ---------------------------------------------------------------- The system

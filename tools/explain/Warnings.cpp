@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "common/inspect.h"
+#include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "common/Document.h"
-#include "common/Findings.h"
 #include "common/List.h"
-#include "common/Names.h"
+#include "inspect/Document.h"
+#include "inspect/Findings.h"
+#include "inspect/Names.h"
 #include "util/CString.h"
 
 /// Prints what is wrong with the files that the converter reads, with an empty line before the

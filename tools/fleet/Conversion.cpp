@@ -10,8 +10,8 @@
 #include <cstring>
 
 #include "common/files.h"
-#include "common/inspect.h"
 #include "common/printable.h"
+#include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/IniFile.h"
 

@@ -1,4 +1,4 @@
-#include "common/Findings.h"
+#include "inspect/Findings.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/Document.h"
-#include "common/Findings.h"
-#include "common/Names.h"
+#include "inspect/Document.h"
+#include "inspect/Findings.h"
+#include "inspect/Names.h"
 
 // The mistakes for which slotrpt-explain and slotrpt-check-cd both look. Each function adds what it
 // finds to the findings of the file. For one file:

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/Document.h"
 #include "common/List.h"
+#include "inspect/Document.h"
 
 /// The names that the entries of one section give as their values: the adapter names of PCIIDMap,
 /// the system identifiers of SystemIDMap. Only what a lookup finds counts, and no empty value.

@@ -1,12 +1,12 @@
-#include "common/inspect.h"
+#include "inspect/inspect.h"
 
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
 #include <string_view>
 
-#include "common/KnownName.h"
 #include "common/files.h"
+#include "inspect/KnownName.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "common/Names.h"
+#include "inspect/Names.h"
 
 #include <strings.h>
 

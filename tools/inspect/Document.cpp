@@ -1,4 +1,4 @@
-#include "common/Document.h"
+#include "inspect/Document.h"
 
 #include <strings.h>
 

@@ -1,4 +1,4 @@
-#include "common/KnownName.h"
+#include "inspect/KnownName.h"
 
 #include <strings.h>
 
