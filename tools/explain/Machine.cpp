@@ -1,7 +1,7 @@
 #include "explain/Machine.h"
 
 #include "common/files.h"
-#include "explain/numbers.h"
+#include "explain/inspectNumbers.h"
 #include "inspect/Document.h"
 #include "inspect/inspect.h"
 

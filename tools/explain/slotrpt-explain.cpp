@@ -5,10 +5,11 @@
 #include "common/printable.h"
 #include "explain/Machine.h"
 #include "explain/Overview.h"
-#include "explain/PCINames.h"
 #include "explain/Pairs.h"
-#include "explain/Table.h"
 #include "explain/Warnings.h"
+#include "explain/classInWords.h"
+#include "explain/printMachine.h"
+#include "explain/readPCINames.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
 

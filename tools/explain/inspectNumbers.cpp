@@ -1,4 +1,4 @@
-#include "explain/numbers.h"
+#include "explain/inspectNumbers.h"
 
 #include <cctype>
 #include <climits>

@@ -1,4 +1,4 @@
-#include "explain/Table.h"
+#include "explain/printMachine.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -6,7 +6,7 @@
 
 #include "common/files.h"
 #include "common/printable.h"
-#include "explain/PCINames.h"
+#include "explain/classInWords.h"
 #include "explain/columns.h"
 #include "inspect/inspect.h"
 
