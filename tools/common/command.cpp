@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
+#include <new>
 
 #include "common/printable.h"
 
@@ -19,6 +21,9 @@ bool isFinished = false;
 void endUnfinished() {
     if (!isFinished) std::_Exit(kCouldNotRun);
 }
+
+// For what is thrown: nothing catches it, and without this handler a signal would end the process.
+[[noreturn]] void endUncaught() { std::exit(complain("internal error")); }
 
 // Occupies the descriptors that the caller closed, or a file would be opened in their place and
 // take what is printed. Each is opened so that its use fails: the input only for writing, the
@@ -54,6 +59,8 @@ int parseAndRun(int argc, char* argv[]) {
 
 int runCommand(const Command& command, int argc, char* argv[]) {
     running = &command;
+    std::set_new_handler(CString::OutOfMemory);  // for the containers, too
+    std::set_terminate(endUncaught);
     occupyStandardDescriptors();
     std::atexit(endUnfinished);
     int status = parseAndRun(argc, argv);

@@ -26,8 +26,9 @@ constexpr option kHelp = {"help", no_argument, nullptr, 'h'};
 constexpr option kVersion = {"version", no_argument, nullptr, 'V'};
 
 /// Runs the command and returns its exit status. If the output cannot be written, the status is
-/// kCouldNotRun. If memory runs out, the process ends with that status, too. Standard input, output
-/// and error are open in the whole run: one that the caller closed fails when it is used.
+/// kCouldNotRun. If memory runs out, or something is thrown, the process ends with that status,
+/// too, and a message. Standard input, output and error are open in the whole run: one that the
+/// caller closed fails when it is used.
 int runCommand(const Command& command, int argc, char* argv[]);
 
 /// Prints the message after the name of the command, on standard error. Returns kCouldNotRun.
