@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstddef>
+#include <set>
 
 #include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
@@ -23,21 +23,15 @@ SystemFiles::SystemFiles(const Names& systems, Findings& findings) {
 bool SystemFiles::addFilesOf(const CString& system, unsigned order) {
     CString paths[2];
     const unsigned total = findSystemFiles(system, paths);
-    for (unsigned i = 0; i != total; ++i) files.append({paths[i], order});
+    for (unsigned i = 0; i != total; ++i) files.push_back({paths[i], order});
     return total != 0;
 }
 
 // Several systems may share a file.
 void SystemFiles::dropRepeated() {
-    const auto sort = [&](auto comesBefore) {
-        std::stable_sort(files.begin(), files.end(), comesBefore);
-    };
-    sort([](const File& a, const File& b) {
-        const int order = a.path.Compare(b.path);
-        return order != 0 ? order < 0 : a.order < b.order;
-    });
-    const File* const last = std::unique(
-        files.begin(), files.end(), [](const File& a, const File& b) { return a.path == b.path; });
-    files.cut(static_cast<std::size_t>(last - files.begin()));
-    sort([](const File& a, const File& b) { return a.order < b.order; });
+    std::stable_sort(files.begin(), files.end(),
+                     [](const File& a, const File& b) { return a.order < b.order; });
+    std::set<CString> paths;
+    const auto isRepeated = [&](const File& file) { return !paths.insert(file.path).second; };
+    files.erase(std::remove_if(files.begin(), files.end(), isRepeated), files.end());
 }

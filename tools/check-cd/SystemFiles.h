@@ -1,6 +1,7 @@
 #pragma once
 
-#include "common/List.h"
+#include <vector>
+
 #include "inspect/Findings.h"
 #include "inspect/Names.h"
 #include "util/CString.h"
@@ -18,12 +19,12 @@ public:
         CString path;
         unsigned order = 0;  // the line of its first system
     };
-    const File* begin() const { return files.begin(); }
-    const File* end() const { return files.end(); }
+    auto begin() const { return files.begin(); }
+    auto end() const { return files.end(); }
 
 private:
     bool addFilesOf(const CString& system, unsigned order);
     void dropRepeated();
 
-    List<File> files;
+    std::vector<File> files;
 };

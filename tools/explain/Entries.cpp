@@ -11,7 +11,9 @@ Entries::Entries(const CString& path) {
     firstBeyondTotal = reader.findEntry(total);
 
     for (int number = 0; PCIDeviceItem* device = reader.getNextPCIDevice();) {
-        Entry& entry = entries.append({number, number, device});
+        Entry& entry = entries.emplace_back();
+        entry.first = entry.last = number;
+        entry.device = device;
         if (!entry.hasIDs() && reader.findEntry(number) != number) {
             // The file has no key of it: a gap, up to the next device entry that has one.
             delete std::exchange(entry.device, nullptr);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "common/List.h"
+#include <vector>
+
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 
@@ -26,10 +27,10 @@ public:
     Entries(const Entries&) = delete;
     Entries& operator=(const Entries&) = delete;
 
-    Entry* begin() { return entries.begin(); }
-    Entry* end() { return entries.end(); }
-    const Entry* begin() const { return entries.begin(); }
-    const Entry* end() const { return entries.end(); }
+    auto begin() { return entries.begin(); }
+    auto end() { return entries.end(); }
+    auto begin() const { return entries.begin(); }
+    auto end() const { return entries.end(); }
     int getTotal() const { return total; }  ///< How many there are, gaps included. Never negative.
     /// The smallest number of a device entry that is in the file but not below the total, or -1.
     int getFirstBeyondTotal() const { return firstBeyondTotal; }
@@ -37,5 +38,5 @@ public:
 private:
     int total = 0;
     int firstBeyondTotal = -1;
-    List<Entry> entries;
+    std::vector<Entry> entries;
 };

@@ -7,7 +7,7 @@
 #include "explain/columns.h"
 
 void Overview::add(const Machine& machine) {
-    Row& row = rows.append({});
+    Row& row = rows.emplace_back();
     row.path = printable(machine.path);
     row.machineType = orNone(printable(machine.machineType));
     row.systemID = machine.systemID;

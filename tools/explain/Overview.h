@@ -1,6 +1,8 @@
 #pragma once
 
-#include "common/List.h"
+#include <cstddef>
+#include <vector>
+
 #include "explain/Machine.h"
 #include "explain/Warnings.h"
 #include "util/CString.h"
@@ -31,5 +33,5 @@ private:
     Widths measure(const Row& total) const;
     static void printRow(const Row& row, const Widths& widths);
 
-    List<Row> rows;
+    std::vector<Row> rows;
 };

@@ -1,19 +1,9 @@
 #include "explain/Warnings.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
-
-namespace {
-// Returns false if the list has the text already.
-bool addIfNew(List<CString>& list, const CString& text) {
-    if (std::find(list.begin(), list.end(), text) != list.end()) return false;
-    list.append(text);
-    return true;
-}
-}  // namespace
 
 Warnings::Warnings(const CString& path)
     : configurationPath(path),
@@ -36,11 +26,11 @@ void Warnings::printConfiguration() {
 }
 
 void Warnings::printSystemFile(const CString& systemID) {
-    if (!addIfNew(systemIDs, systemID)) return;
+    if (!systemIDs.insert(systemID).second) return;
     CString paths[2];
     const unsigned total = findSystemFiles(systemID, paths);
     for (unsigned i = 0; i != total; ++i) {
-        if (!addIfNew(systemPaths, paths[i])) continue;
+        if (!systemPaths.insert(paths[i]).second) continue;
         Findings findings(paths[i]);
         if (inspectFile(paths[i], findings))
             inspectSystemFile(Document(paths[i]), adapters, findings);

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "common/List.h"
+#include <cstddef>
+#include <set>
+
 #include "inspect/Document.h"
 #include "inspect/Findings.h"
 #include "inspect/Names.h"
@@ -24,7 +26,7 @@ private:
     const Document configuration;
     const Names systems;
     const Names adapters;
-    List<CString> systemIDs;    // of the systems whose files were inspected
-    List<CString> systemPaths;  // of these files
+    std::set<CString> systemIDs;    // of the systems whose files were inspected
+    std::set<CString> systemPaths;  // of these files
     std::size_t count = 0;
 };

@@ -12,8 +12,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <tuple>
+#include <vector>
 
-#include "common/List.h"
 #include "common/command.h"
 #include "common/files.h"
 #include "fleet/Conversion.h"
@@ -39,7 +39,7 @@ struct Input {
     dev_t device = 0;
     ino_t folder = 0;
 };
-List<Input> inputs;
+std::vector<Input> inputs;
 
 auto reportOf(const Input& input) {
     return std::make_tuple(input.device, input.folder, stemOf(input.path.c_str()));
@@ -56,7 +56,7 @@ int collectFolder(const CString& path, const struct stat& status) {
     if (count < 0) return complainUnreadable(path, std::strerror(errno));
     const CString folder = path.EndsWith("/") ? path : path + "/";
     for (int i = 0; i < count; ++i) {
-        inputs.append({folder + entries[i]->d_name, status.st_dev, status.st_ino});
+        inputs.push_back({folder + entries[i]->d_name, status.st_dev, status.st_ino});
         std::free(entries[i]);
     }
     std::free(entries);
@@ -69,7 +69,7 @@ int collect(const CString& path) {
         return complainUnreadable(path, std::strerror(errno));
     if (S_ISDIR(self.st_mode)) return collectFolder(path, self);
     if (path.EndsWith(".report")) return complain(path + " is a report");
-    inputs.append({path, folder.st_dev, folder.st_ino});
+    inputs.push_back({path, folder.st_dev, folder.st_ino});
     return kFine;
 }
 
@@ -78,7 +78,7 @@ int collectInputs(char* operands[]) {
         if (collect(*operands) != kFine) return kCouldNotRun;
     std::stable_sort(inputs.begin(), inputs.end(),
                      [](const Input& a, const Input& b) { return reportOf(a) < reportOf(b); });
-    for (const Input* a = inputs.begin(); a != inputs.end() && a + 1 != inputs.end(); ++a)
+    for (auto a = inputs.begin(); a != inputs.end() && a + 1 != inputs.end(); ++a)
         if (reportOf(a[0]) == reportOf(a[1]))
             return complain(a[0].path + " and " + a[1].path + " have the same report");
     return kFine;

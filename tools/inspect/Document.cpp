@@ -39,14 +39,14 @@ void Document::divide(const CIniFile& file) {
         line.kind = CIniFile::DivideLine(p->sLine, line.name, line.value);
         if (line.kind == CIniFile::lkBlank) continue;
         if (!line.isHeader()) line.section = header;
-        const Line& added = lines.append(std::move(line));
-        if (added.isHeader()) header = &added;
+        lines.push_back(std::move(line));
+        if (lines.back().isHeader()) header = &lines.back();
     }
 }
 
 void Document::buildIndex() {
     for (Line& line : lines)
-        if (line.kind != CIniFile::lkBare) index.append(&line);
+        if (line.kind != CIniFile::lkBare) index.push_back(&line);
     std::sort(index.begin(), index.end(), comesBefore);
     const Line* first = nullptr;
     for (Line* line : index) {
@@ -56,13 +56,14 @@ void Document::buildIndex() {
 }
 
 Lines Document::getLines(const Line& header) const {
+    const Line* const end = getLines().end();
     return {&header + 1,
-            std::find_if(&header + 1, lines.end(), [](const Line& l) { return l.isHeader(); })};
+            std::find_if(&header + 1, end, [](const Line& l) { return l.isHeader(); })};
 }
 
 // The number of `wanted` is 0, so the line that is found is the first one of its name.
 const Line* Document::find(const Line& wanted) const {
-    Line* const* const found = std::lower_bound(index.begin(), index.end(), &wanted, comesBefore);
+    const auto found = std::lower_bound(index.begin(), index.end(), &wanted, comesBefore);
     return found != index.end() && compareNames(**found, wanted) == 0 ? *found : nullptr;
 }
 

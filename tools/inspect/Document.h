@@ -1,6 +1,7 @@
 #pragma once
 
-#include "common/List.h"
+#include <vector>
+
 #include "util/CString.h"
 #include "util/IniFile.h"
 
@@ -38,7 +39,7 @@ public:
     Document& operator=(const Document&) = delete;
 
     /// All lines that are not blank.
-    Lines getLines() const { return {lines.begin(), lines.end()}; }
+    Lines getLines() const { return {lines.data(), lines.data() + lines.size()}; }
     /// The lines of a section, after its header.
     Lines getLines(const Line& header) const;
     /// The header of the section that lookups search; null if there is no such section. The name
@@ -52,6 +53,6 @@ private:
     void buildIndex();
     const Line* find(const Line& wanted) const;
 
-    List<Line> lines;
-    List<Line*> index;  // the headers and entries, by section, name and number
+    std::vector<Line> lines;
+    std::vector<Line*> index;  // the headers and entries, by section, name and number
 };

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <utility>
+#include <vector>
 
-#include "common/List.h"
 #include "util/CString.h"
 
 /// What is wrong in one file, each finding with the number of its line.
@@ -17,7 +18,7 @@ public:
     Findings& operator=(const Findings&) = delete;
 
     /// Lines are counted from 1.
-    void add(unsigned line, CString text) { items.append({line, std::move(text)}); }
+    void add(unsigned line, CString text) { items.push_back({line, std::move(text)}); }
     std::size_t getCount() const { return items.size(); }
     /// Prints one line for each on standard output, in the order of the lines of the file.
     void print();
@@ -29,5 +30,5 @@ private:
     };
 
     CString path;
-    List<Finding> items;
+    std::vector<Finding> items;
 };

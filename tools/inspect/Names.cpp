@@ -20,7 +20,7 @@ Names::Names(const Document& document, const CString& section,
     if (!header) return;
     for (const Line& line : document.getLines(*header)) {
         const bool isRead = line.isEntry() && !line.isRepeated();
-        if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries.append(&line);
+        if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries.push_back(&line);
     }
     std::sort(entries.begin(), entries.end(), comesBefore);
 }
@@ -28,7 +28,7 @@ Names::Names(const Document& document, const CString& section,
 const Line* Names::find(const CString& name) const {
     Line wanted;  // number 0: before all lines of this name
     wanted.value = name;
-    const Line* const* found = std::lower_bound(begin(), end(), &wanted, comesBefore);
+    const auto found = std::lower_bound(begin(), end(), &wanted, comesBefore);
     const bool isFound = found != end() && (*found)->value.EqualsNoCase(name);
     return isFound ? *found : nullptr;
 }

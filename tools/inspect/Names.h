@@ -1,6 +1,7 @@
 #pragma once
 
-#include "common/List.h"
+#include <vector>
+
 #include "inspect/Document.h"
 
 /// The names that the entries of one section give as their values: the adapter names of PCIIDMap,
@@ -17,11 +18,11 @@ public:
     /// lookups compare names. Null if there is none.
     const Line* find(const CString& name) const;
     /// The entries. Those of one name are together, in the order of the file.
-    const Line* const* begin() const { return entries.begin(); }
-    const Line* const* end() const { return entries.end(); }
+    auto begin() const { return entries.begin(); }
+    auto end() const { return entries.end(); }
 
 private:
-    List<const Line*> entries;
+    std::vector<const Line*> entries;
 };
 
 /// For Names of a section in which every key counts.
