@@ -1,50 +1,29 @@
 #include "explain/Pairs.h"
 
-#include <search.h>
-
-#include <new>
-
-namespace {
-int compareIDs(const void* left, const void* right) {
-    const auto& a = *static_cast<const Pair*>(left);
-    const auto& b = *static_cast<const Pair*>(right);
-    return a.vendorID != b.vendorID ? a.vendorID - b.vendorID : a.deviceID - b.deviceID;
-}
-}  // namespace
-
-Pairs::~Pairs() {
-    for (Pair* pair : pairs) {
-        tdelete(pair, &tree, compareIDs);
-        delete pair;
-    }
-}
-
 void Pairs::add(const CString& path, const Entries& entries) {
     for (const Entry& entry : entries)
         if (entry.hasIDs()) addTo(require(*entry.device), *entry.device, path);
     ++currentFile;
 }
 
-Pair* Pairs::find(std::uint16_t vendorID, std::uint16_t deviceID) const {
-    Pair wanted;
-    wanted.vendorID = vendorID;
-    wanted.deviceID = deviceID;
-    void* const node = tfind(&wanted, &tree, compareIDs);
-    return node ? *static_cast<Pair**>(node) : nullptr;
+Pair* Pairs::find(std::uint16_t vendorID, std::uint16_t deviceID) {
+    const auto pair = pairs.find({vendorID, deviceID});
+    return pair != pairs.end() ? &pair->second : nullptr;
 }
 
 // The pair of the device. If it is a new one, looks it up on the CD.
 Pair& Pairs::require(const PCIDeviceItem& device) {
-    if (Pair* known = find(device.vendorID, device.deviceID)) return *known;
-    auto* pair = CString::Required(new (std::nothrow) Pair);
-    pair->vendorID = device.vendorID;
-    pair->deviceID = device.deviceID;
-    pair->classCode = device.classCode;
-    pair->key = CustomPCIDeviceList().getDeviceINIFileEntry(&device);
+    const auto [entry, isNew] = pairs.try_emplace({device.vendorID, device.deviceID});
+    Pair& pair = entry->second;
+    if (!isNew) return pair;
+    found.push_back(&pair);
+    pair.vendorID = device.vendorID;
+    pair.deviceID = device.deviceID;
+    pair.classCode = device.classCode;
+    pair.key = CustomPCIDeviceList().getDeviceINIFileEntry(&device);
     CString line;
-    pair->isMissing = !configuration.FindItem(CustomPCIDeviceList::kMapSection, pair->key, line);
-    CString::Required(tsearch(pair, &tree, compareIDs));
-    return *pairs.append(pair);
+    pair.isMissing = !configuration.FindItem(CustomPCIDeviceList::kMapSection, pair.key, line);
+    return pair;
 }
 
 // Counts the file. In the first file, counts the position as well; functions that follow each other

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <utility>
+#include <vector>
 
-#include "common/List.h"
 #include "explain/Entries.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
@@ -31,22 +33,21 @@ struct Pair {
 class Pairs {
 public:
     explicit Pairs(CIniFile& configurationFile) : configuration(configurationFile) {}
-    ~Pairs();
     Pairs(const Pairs&) = delete;
     Pairs& operator=(const Pairs&) = delete;
 
     /// Adds the pairs of one more detection file.
     void add(const CString& path, const Entries& entries);
-    Pair* const* begin() const { return pairs.begin(); }
-    Pair* const* end() const { return pairs.end(); }
-    Pair* find(std::uint16_t vendorID, std::uint16_t deviceID) const;  ///< Null if it is not there.
+    auto begin() const { return found.begin(); }
+    auto end() const { return found.end(); }
+    Pair* find(std::uint16_t vendorID, std::uint16_t deviceID);  ///< Null if it is not there.
 
 private:
     Pair& require(const PCIDeviceItem& device);
     void addTo(Pair& pair, const PCIDeviceItem& device, const CString& path) const;
 
     CIniFile& configuration;
-    void* tree = nullptr;  // the pairs in the order of their IDs, for tsearch
-    List<Pair*> pairs;     // in the order in which they were found
-    int currentFile = 0;   // the number, from 0, of the file whose pairs are added
+    std::map<std::pair<std::uint16_t, std::uint16_t>, Pair> pairs;  // by vendor and device ID
+    std::vector<Pair*> found;  // the same, in the order in which they were found
+    int currentFile = 0;       // the number, from 0, of the file whose pairs are added
 };

@@ -29,7 +29,7 @@ void nameVendor(const Pairs& pairs, const NamedID& vendor) {
         if (pair->vendorID == vendor.id) pair->vendorName = vendor.name;
 }
 
-void nameDevice(const Pairs& pairs, long vendorID, const NamedID& device) {
+void nameDevice(Pairs& pairs, long vendorID, const NamedID& device) {
     if (vendorID == kNoID || device.id == kNoID) return;
     if (Pair* pair =
             pairs.find(static_cast<std::uint16_t>(vendorID), static_cast<std::uint16_t>(device.id)))
@@ -39,7 +39,7 @@ void nameDevice(const Pairs& pairs, long vendorID, const NamedID& device) {
 
 // A vendor has a line of its own, and its devices stand below it, each after one tab. Lines after
 // two tabs are subsystems, and lines of another kind begin the list of classes.
-bool readPCINames(const Pairs& pairs, const CString& path) {
+bool readPCINames(Pairs& pairs, const CString& path) {
     CMyFileIO file;
     if (!file.OpenFile(path)) return false;
     long vendorID = kNoID;

@@ -118,7 +118,7 @@ bool printMissing(const Pairs& pairs) {
 }
 
 // Fills in the names from the given list. If none is given, takes the list of the system, if any.
-void fillInNames(const Pairs& pairs, const CString& listPath) {
+void fillInNames(Pairs& pairs, const CString& listPath) {
     if (!listPath.IsEmpty()) {
         readPCINames(pairs, listPath);
         return;
