@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <cctype>
+#include <set>
 #include <string_view>
+#include <vector>
 
 #include "check-cd/checks.h"
-#include "common/List.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
@@ -21,20 +22,8 @@ struct Identifier {
     bool isNamed = false;           // stands in the list as a word
 };
 
-// All identifiers, in the order of their bytes. One that is the start of another comes before it.
-class Identifiers {
-public:
-    explicit Identifiers(const Names& systems);
-
-    Identifier* begin() { return items.begin(); }
-    Identifier* end() { return items.end(); }
-    // The longest one with which the text begins; null if there is none. The others with which it
-    // begins are reached through `shorter`.
-    Identifier* findAtStart(std::string_view text);
-
-private:
-    List<Identifier> items;
-};
+// All identifiers, in the order of their bytes: one that is the start of another comes before it.
+using Identifiers = std::vector<Identifier>;
 
 // `candidate` is the last identifier that is not sorted after the text. All that is sorted between
 // an identifier X and a text that begins with X begins with X, too. So each X with which the text
@@ -45,21 +34,24 @@ Identifier* longestStart(Identifier* candidate, std::string_view text) {
     return candidate;
 }
 
-Identifiers::Identifiers(const Names& systems) {
-    for (const Line* system : systems) items.append({system->value.c_str()});
-    items.append({CustomPCIDeviceList::kUnknownSystem});
-    std::sort(begin(), end(), [](auto& a, auto& b) { return a.text < b.text; });
-    const Identifier* const last =
-        std::unique(begin(), end(), [](auto& a, auto& b) { return a.text == b.text; });
-    items.cut(static_cast<std::size_t>(last - begin()));
-    for (std::size_t i = 1; i != items.size(); ++i)
-        items[i].shorter = longestStart(&items[i - 1], items[i].text);
+Identifiers collectIdentifiers(const Names& systems) {
+    std::set<std::string_view> texts = {CustomPCIDeviceList::kUnknownSystem};
+    for (const Line* system : systems) texts.insert(system->value.c_str());
+    Identifiers identifiers;
+    identifiers.reserve(texts.size());  // identifiers point to each other
+    Identifier* before = nullptr;
+    for (const std::string_view text : texts)
+        before = &identifiers.emplace_back(Identifier{text, longestStart(before, text)});
+    return identifiers;
 }
 
-Identifier* Identifiers::findAtStart(std::string_view text) {
-    Identifier* const after = std::upper_bound(
-        begin(), end(), text, [](std::string_view t, auto& item) { return t < item.text; });
-    return after == begin() ? nullptr : longestStart(after - 1, text);
+// The longest identifier with which the text begins; null if there is none. The others with which
+// it begins are reached through `shorter`.
+Identifier* findAtStart(Identifiers& identifiers, std::string_view text) {
+    const auto after =
+        std::upper_bound(identifiers.begin(), identifiers.end(), text,
+                         [](std::string_view t, auto& identifier) { return t < identifier.text; });
+    return after == identifiers.begin() ? nullptr : longestStart(&after[-1], text);
 }
 
 // One list of systems, read from left to right.
@@ -85,7 +77,7 @@ private:
     }
 
     void checkPosition() {
-        Identifier* const longest = identifiers.findAtStart(text.substr(at));
+        Identifier* const longest = findAtStart(identifiers, text.substr(at));
         // If one is marked already, the shorter ones are, too.
         for (Identifier* i = longest; i && !i->isFound; i = i->shorter) i->isFound = true;
         if (isWordStart()) checkWord(longest);
@@ -128,7 +120,7 @@ void checkSystemLists(const Configuration& configuration, Findings& findings) {
         const Line* systems =
             document.findEntry(document.findSection(adapter), CustomPCIDeviceList::kSystemsKey);
         if (!systems) continue;
-        Identifiers identifiers(configuration.systems);
+        Identifiers identifiers = collectIdentifiers(configuration.systems);
         SystemList(*systems, identifiers, findings).check();
     }
 }
