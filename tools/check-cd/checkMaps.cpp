@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cctype>
-#include <cstdlib>
+#include <charconv>
 #include <iterator>
+#include <system_error>
 
 #include "check-cd/checks.h"
 #include "inspect/KnownName.h"
@@ -117,13 +117,14 @@ private:
 // The report numbers the sections of an adapter from the second one on: NIC, NIC2, NIC3. For the
 // name of such a numbered section, returns the adapter; otherwise null.
 const Line* findNumbered(const Names& adapters, const CString& name) {
-    constexpr int kMostDigits = 10;  // in the largest number
-    const int length = static_cast<int>(name.GetLength());
-    for (int at = length - 1; at > 0 && length - at <= kMostDigits; --at) {
-        const char* number = name.c_str() + at;
-        if (!std::isdigit(static_cast<unsigned char>(*number))) break;
-        if (*number == '0' || std::atoll(number) < 2) continue;
-        if (const Line* adapter = adapters.find(name.Left(at))) return adapter;
+    const char* const end = name.c_str() + name.GetLength();
+    for (const char* digits = end - 1; digits > name.c_str(); --digits) {
+        if (*digits == '0') continue;
+        int number = 0;
+        if (std::from_chars(digits, end, number).ec != std::errc()) break;  // or too large
+        if (number < 2) continue;
+        const CString start = name.Left(static_cast<int>(digits - name.c_str()));
+        if (const Line* adapter = adapters.find(start)) return adapter;
     }
     return nullptr;
 }

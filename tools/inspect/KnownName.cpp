@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <string>
 
 namespace {
 bool isDigit(unsigned char c) { return std::isdigit(c) != 0; }
@@ -21,24 +22,14 @@ struct NumberedText {
     bool hasLeadingZeros() const { return digits.size() > 1 && digits.front() == '0'; }
 };
 
-// The letters of a name that count in the search for slips, as capitals. A name of more than 64
-// such letters is cut: no known name is nearly as long, so it is not a slip of one, cut or whole.
-class Letters {
-public:
-    explicit Letters(std::string_view name) {
-        for (const char c : name)
-            if (c != '_' && c != '-' && !CString::IsBlank(c)) add(c);
-    }
-    void add(char c) {
-        if (length != sizeof text)
-            text[length++] = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    }
-    std::string_view view() const { return {text, length}; }
-
-private:
-    char text[64];
-    std::size_t length = 0;
-};
+// The letters of a name that count in the search for slips, as capitals.
+std::string lettersOf(std::string_view name) {
+    std::string letters;
+    for (const char c : name)
+        if (c != '_' && c != '-' && !CString::IsBlank(c))
+            letters += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return letters;
+}
 
 // Whether one letter more, less or different, or one exchange of neighbours, makes `a` of `b`.
 bool isOneStepFrom(std::string_view a, std::string_view b) {
@@ -70,13 +61,12 @@ bool KnownName::isNameOf(std::string_view text) const {
 bool KnownName::isMeantBy(std::string_view text) const {
     const NumberedText number(text);
     if (isNumbered && number.digits.empty()) return false;
-    Letters known(name);
-    if (isNumbered) known.add('.');
-    const Letters letters(isNumbered ? number.rest : text);
+    const std::string known = lettersOf(name) + (isNumbered ? "." : "");
+    const std::string letters = lettersOf(isNumbered ? number.rest : text);
     // One letter is much of a short name: a file may have a section [PCIe] beside [PCI].
     constexpr std::size_t kShortest = 5;
-    if (known.view().size() < kShortest) return letters.view() == known.view();
-    return isOneStepFrom(letters.view(), known.view());
+    if (known.size() < kShortest) return letters == known;
+    return isOneStepFrom(letters, known);
 }
 
 CString KnownName::correct(std::string_view text) const {

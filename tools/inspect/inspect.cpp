@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "common/files.h"
 #include "inspect/KnownName.h"
@@ -19,27 +20,23 @@ public:
     KnownNames(std::initializer_list<const char*> list) {
         for (const char* name : list) add(name, false);
     }
-    void add(const char* name, bool isNumbered) { names[count++] = {name, isNumbered}; }
-    bool isEmpty() const { return count == 0 && !isAnyName; }
+    void add(const char* name, bool isNumbered) { names.push_back({name, isNumbered}); }
+    bool isEmpty() const { return names.empty() && !isAnyName; }
     bool isKnown(std::string_view text) const {
-        return isAnyName ||
-               std::any_of(names, names + count, [&](auto& name) { return name.isNameOf(text); });
+        return isAnyName || std::any_of(names.begin(), names.end(),
+                                        [&](auto& name) { return name.isNameOf(text); });
     }
     // For a text that is not a known name: the known name that it must misspell. Null if none.
     const KnownName* findMeant(std::string_view text) const {
-        const KnownName* const end = names + count;
-        const auto* found =
-            std::find_if(names, end, [&](auto& name) { return name.isMeantBy(text); });
-        return found != end ? found : nullptr;
+        const auto found = std::find_if(names.begin(), names.end(),
+                                        [&](auto& name) { return name.isMeantBy(text); });
+        return found != names.end() ? &*found : nullptr;
     }
 
     bool isAnyName = false;  // every name is read
 
 private:
-    // As many as the section with the most keys has: System, or PCI with its total.
-    KnownName
-        names[std::max(std::size(Inventory::kSystemKeys), 1 + std::size(Inventory::kDeviceKeys))];
-    unsigned count = 0;
+    std::vector<KnownName> names;
 };
 
 CString quoted(const CString& section) { return "[" + section + "]"; }
