@@ -117,6 +117,33 @@ TEST(Files, ExistAsPipesAndDevices) {
     EXPECT_TRUE(CMyFileIO::Exists("/dev/null"));
 }
 
+TEST(Files, AreThoseInMemoryIfThereAreAny) {
+    const ScratchFolder folder;
+    const CString onDisk = folder.file("disk", "x\n").c_str();
+    const CMyFileIO::MemoryFileDef files[] = {
+        {"a", "", 0}, {"b/c", "1\n2\n", 4}, {"b/d", "cut\nhere", 4}};
+    CMyFileIO::SetMemoryFiles(files, std::size(files));
+    CMyFileIO file;
+    CString line;
+    EXPECT_TRUE(file.OpenFile("a"));
+    EXPECT_FALSE(file.ReadString(line)) << "an empty file is there";
+    EXPECT_TRUE(file.OpenFile("b/c"));
+    EXPECT_TRUE(file.ReadString(line));
+    EXPECT_EQ("1\n", line);
+    EXPECT_TRUE(file.OpenFile("b/d", "rb"));
+    EXPECT_TRUE(file.ReadString(line));
+    EXPECT_FALSE(file.ReadString(line)) << "the length ends a text";
+    EXPECT_FALSE(file.OpenFile(onDisk)) << "no other file exists";
+    EXPECT_TRUE(CMyFileIO::Exists("b/d"));
+    EXPECT_FALSE(CMyFileIO::Exists("b"));
+    EXPECT_FALSE(CMyFileIO::Exists(onDisk));
+    EXPECT_FALSE(CMyFileIO::IsEndless("/dev/null"));
+    EXPECT_TRUE(file.OpenFile(onDisk, "r+")) << "what is written is on disk";
+    CMyFileIO::SetMemoryFiles(nullptr, 0);
+    EXPECT_TRUE(CMyFileIO::Exists(onDisk));
+    EXPECT_FALSE(CMyFileIO::Exists("a"));
+}
+
 TEST(Files, AreCopiedByteForByte) {
     const ScratchFolder folder;
     const std::string copy = folder.file("copy", std::string(300, 'x'));

@@ -1,7 +1,5 @@
 #include "util/IniFile.h"
 
-#include <sys/stat.h>
-
 #include <cctype>
 #include <cerrno>
 #include <climits>
@@ -17,12 +15,6 @@ bool isHeader(const char* line) { return *line == '['; }
 
 // Lookups skip comments. Edits do not.
 bool isComment(const char* line) { return *line == ';'; }
-
-// Whether reading may wait or never end: for a pipe, a terminal or another device.
-bool isEndless(const CString& path) {
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
 
 // The size of the block that a file is read into. For a line that fills it, the size is doubled.
 // The last doubling leads to just below INT_MAX, the greatest length of a string. From 16 * 1024,
@@ -314,7 +306,7 @@ void CIniFile::noteFault(const CString& path, int error) {
 }
 
 bool CIniFile::ReadIniFile(CString path) {
-    if (isEndless(path)) {
+    if (CMyFileIO::IsEndless(path)) {
         noteFault(path, 0);
         return true;
     }

@@ -11,14 +11,37 @@
 #include <utility>
 
 namespace {
+// The files in memory, sorted by path. Null if a program reads those of the system.
+const CMyFileIO::MemoryFileDef* memoryFiles = nullptr;
+std::size_t memoryFileCount = 0;
+
+// The file in memory of this path. Null, with the errno of a missing file, if there is none.
+const CMyFileIO::MemoryFileDef* findInMemory(const char* path) {
+    const auto comesBefore = [](const CMyFileIO::MemoryFileDef& file, const char* wanted) {
+        return std::strcmp(file.pPath, wanted) < 0;
+    };
+    const auto* const end = memoryFiles + memoryFileCount;
+    const auto* const file = std::lower_bound(memoryFiles, end, path, comesBefore);
+    if (file != end && std::strcmp(file->pPath, path) == 0) return file;
+    errno = ENOENT;
+    return nullptr;
+}
+
+// The stream only reads, but fmemopen takes no pointer to constant bytes.
+std::FILE* openMemory(const char* path, const char* mode) {
+    const CMyFileIO::MemoryFileDef* const file = findInMemory(path);
+    return file ? fmemopen(const_cast<char*>(file->pText), file->nLength, mode) : nullptr;
+}
+
 // If memory runs out in fopen, the file must not count as missing.
 std::FILE* openStream(const CString& path, const CString& mode) {
-    std::FILE* file = std::fopen(path.c_str(), mode.c_str());
+    const bool isWritten = mode[0] != 'r' || mode.IsSubstring("+");
+    std::FILE* file = memoryFiles && !isWritten ? openMemory(path.c_str(), mode.c_str())
+                                                : std::fopen(path.c_str(), mode.c_str());
     if (!file && errno == ENOMEM) CString::OutOfMemory();
     // Line by line: if the system refuses a line, the write itself must fail. With a larger buffer,
     // only closing the file would fail, and nobody looks at that result.
-    const bool writesText = (mode[0] != 'r' || mode.IsSubstring("+")) && !mode.IsSubstring("b");
-    if (file && writesText) std::setvbuf(file, nullptr, _IOLBF, 0);
+    if (file && isWritten && !mode.IsSubstring("b")) std::setvbuf(file, nullptr, _IOLBF, 0);
     return file;
 }
 
@@ -30,12 +53,6 @@ bool isSameFile(const CString& a, const CString& b) {
 
 // Texts are read without carriage returns and NULs.
 bool isDropped(int c) { return c == '\r' || c == '\0'; }
-
-// Removes them and returns the length of the rest. Most files have none, so it looks first.
-std::size_t removeDropped(char* text, std::size_t length) {
-    if (!std::memchr(text, '\r', length) && !std::memchr(text, '\0', length)) return length;
-    return static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
-}
 
 // Collects a text character by character, in linear time: a string would count its length for each.
 class Gatherer {
@@ -167,7 +184,7 @@ unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
         m_bEOF = length < size;  // the end of the file, or an error
         m_nReadError = std::ferror(m_pFile) ? errno : 0;
-        kept = removeDropped(block, length);
+        kept = RemoveDropped(block, length);
     }
     return static_cast<unsigned>(kept);
 }
@@ -188,9 +205,18 @@ bool CMyFileIO::WriteStringNL(CString text) { return WriteString(text) && WriteS
 // ---------------------------------------------------------------- Files by name
 
 bool CMyFileIO::Exists(CString name) {
-    // Not by fopen, which would wait for the writer of a pipe.
-    const int descriptor = open(name.c_str(), O_RDONLY | O_NONBLOCK);
-    return descriptor >= 0 && close(descriptor) == 0;
+    if (memoryFiles) return findInMemory(name.c_str()) != nullptr;
+    // Not by fopen, which would wait for the writer of a pipe, or for the end of a lease.
+    const int descriptor = open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) return errno == EWOULDBLOCK;
+    close(descriptor);
+    return true;
+}
+
+bool CMyFileIO::IsEndless(const CString& name) {
+    struct stat status;
+    return !memoryFiles && stat(name.c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
+           !S_ISDIR(status.st_mode);
 }
 
 bool CMyFileIO::DeleteFile() {
@@ -219,6 +245,19 @@ bool CMyFileIO::GetSubdirectories(CString dir, CString& list) {
 }
 
 bool CMyFileIO::GetFiles(CString dir, CString& list) { return GetSubdirectories(dir, list); }
+
+// ---------------------------------------------------------------- Files in memory
+
+void CMyFileIO::SetMemoryFiles(const MemoryFileDef* pFiles, std::size_t nCount) {
+    memoryFiles = pFiles;
+    memoryFileCount = nCount;
+}
+
+std::size_t CMyFileIO::RemoveDropped(char* text, std::size_t length) {
+    // Most files have none, so it looks first.
+    if (!std::memchr(text, '\r', length) && !std::memchr(text, '\0', length)) return length;
+    return static_cast<std::size_t>(std::remove_if(text, text + length, isDropped) - text);
+}
 
 // ---------------------------------------------------------------- Versions and comments
 

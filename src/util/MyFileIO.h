@@ -70,7 +70,10 @@ public:
 
     bool Exists() const { return Exists(m_sFileName); }
     /// Whether the file can be opened for reading. Never waits, not even for the writer of a pipe.
+    /// A file that another process holds by a lease counts: opening it waits, and then succeeds.
     static bool Exists(CString name);
+    /// Whether reading the file may wait or never end: for a pipe, a terminal or another device.
+    static bool IsEndless(const CString& name);
     /// Closes the object's file if it is open, then removes it. Returns whether this call removed
     /// it: false for an open temporary file, which closing has removed already.
     bool DeleteFile();
@@ -84,6 +87,23 @@ public:
     /// These two list nothing: they empty `list` and return whether `dir` is a non-empty text.
     static bool GetSubdirectories(CString dir, CString& list);
     static bool GetFiles(CString dir, CString& list);
+
+    // --- Files in memory ---
+
+    /// A file that is held in memory, for reading.
+    struct MemoryFileDef {
+        const char* pPath;
+        const char* pText;  ///< Ends at its first NUL, or after `nLength` bytes.
+        std::size_t nLength;
+    };
+    /// From this call on, these files, and no others, exist for reading. `pFiles` must be sorted by
+    /// path, in the order of strcmp. The caller keeps the array and the texts as long as files are
+    /// opened or open. A null `pFiles` brings back the files of the system. Files that are opened
+    /// for writing, too, are always those of the system.
+    static void SetMemoryFiles(const MemoryFileDef* pFiles, std::size_t nCount);
+    /// Removes the characters that no reader of text gets: carriage returns and NULs. Returns the
+    /// length of the rest, with which `text` then begins. Does not add a NUL.
+    static std::size_t RemoveDropped(char* text, std::size_t length);
 
     // --- Versions and comments ---
 
