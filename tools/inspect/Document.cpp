@@ -5,23 +5,24 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-// The line of the section's header. 0 for a header, and for an entry above the first one.
-unsigned sectionOf(const Line& line) { return line.section ? line.section->number : 0; }
+// What lookups tell lines apart by.
+struct Document::Name {
+    bool isOfEntry;
+    unsigned section;  // the line of its header; 0 for a header, and above the first one
+    const char* text;
 
-// The order of the index, as strcmp gives it: first the headers, then the entries section by
-// section. The result is 0 if lookups cannot tell the lines apart.
-int compareNames(const Line& a, const Line& b) {
-    if (a.kind != b.kind) return a.isHeader() ? -1 : 1;
-    if (sectionOf(a) != sectionOf(b)) return sectionOf(a) < sectionOf(b) ? -1 : 1;
-    return strcasecmp(a.name.c_str(), b.name.c_str());
-}
+    // The order of the index, as strcmp gives it: first the headers, then the entries section by
+    // section.
+    int compare(const Name& other) const {
+        if (isOfEntry != other.isOfEntry) return isOfEntry ? 1 : -1;
+        if (section != other.section) return section < other.section ? -1 : 1;
+        return strcasecmp(text, other.text);
+    }
+};
 
-bool comesBefore(const Line* a, const Line* b) {
-    const int order = compareNames(*a, *b);
-    return order != 0 ? order < 0 : a->number < b->number;
+Document::Name Document::nameOf(const Line& line) {
+    return {line.isEntry(), line.section ? line.section->number : 0, line.name.c_str()};
 }
-}  // namespace
 
 Document::Document(const CString& path) {
     divide(CIniFile(path));
@@ -29,9 +30,9 @@ Document::Document(const CString& path) {
 }
 
 void Document::divide(const CIniFile& file) {
-    unsigned total = 0, number = 0;
-    for (const auto* p = file.GetFirstLine(); p; p = p->pNext) ++total;
-    lines.reserve(total);  // lines point to each other
+    unsigned number = 0;
+    for (const auto* p = file.GetFirstLine(); p; p = p->pNext) ++lineCount;
+    lines.reserve(lineCount);  // lines point to each other
     const Line* header = nullptr;
     for (const auto* p = file.GetFirstLine(); p; p = p->pNext) {
         Line line;
@@ -47,38 +48,34 @@ void Document::divide(const CIniFile& file) {
 void Document::buildIndex() {
     for (Line& line : lines)
         if (line.kind != CIniFile::lkBare) index.push_back(&line);
-    std::sort(index.begin(), index.end(), comesBefore);
+    std::sort(index.begin(), index.end(), [](const Line* a, const Line* b) {
+        const int order = nameOf(*a).compare(nameOf(*b));
+        return order != 0 ? order < 0 : a->number < b->number;
+    });
     const Line* first = nullptr;
     for (Line* line : index) {
-        if (!first || compareNames(*first, *line) != 0) first = line;
+        if (!first || nameOf(*first).compare(nameOf(*line)) != 0) first = line;
         line->first = first;
     }
 }
 
 Lines Document::getLines(const Line& header) const {
-    const Line* const end = getLines().end();
+    const Line* const end = lines.data() + lines.size();
     return {&header + 1,
-            std::find_if(&header + 1, end, [](const Line& l) { return l.isHeader(); })};
+            std::find_if(&header + 1, end, [](const Line& line) { return line.isHeader(); })};
 }
 
-// The number of `wanted` is 0, so the line that is found is the first one of its name.
-const Line* Document::find(const Line& wanted) const {
-    const auto found = std::lower_bound(index.begin(), index.end(), &wanted, comesBefore);
-    return found != index.end() && compareNames(**found, wanted) == 0 ? *found : nullptr;
+const Line* Document::find(const Name& wanted) const {
+    const auto found = std::lower_bound(
+        index.begin(), index.end(), wanted,
+        [](const Line* line, const Name& name) { return nameOf(*line).compare(name) < 0; });
+    return found != index.end() && nameOf(**found).compare(wanted) == 0 ? *found : nullptr;
 }
 
 const Line* Document::findSection(const CString& name) const {
-    Line wanted;
-    wanted.kind = CIniFile::lkHeader;
-    wanted.name = name;
-    return find(wanted);
+    return find({false, 0, name.c_str()});
 }
 
 const Line* Document::findEntry(const Line* header, const CString& key) const {
-    if (!header) return nullptr;
-    Line wanted;
-    wanted.kind = CIniFile::lkEntry;
-    wanted.name = key;
-    wanted.section = header;
-    return find(wanted);
+    return header ? find({true, header->number, key.c_str()}) : nullptr;
 }

@@ -18,8 +18,8 @@ struct Line {
 
     bool isHeader() const { return kind == CIniFile::lkHeader; }
     bool isEntry() const { return kind == CIniFile::lkEntry; }
-    /// For a header or an entry: whether an earlier one of its name keeps lookups from finding it.
-    bool isRepeated() const { return first != this; }
+    /// Whether an earlier header or entry of its name keeps lookups from finding it.
+    bool isRepeated() const { return first && first != this; }
 };
 
 /// A part of the lines of a document, for a range-based loop.
@@ -40,6 +40,8 @@ public:
 
     /// All lines that are not blank.
     Lines getLines() const { return {lines.data(), lines.data() + lines.size()}; }
+    /// How many lines the file has, blank ones included.
+    unsigned getLineCount() const { return lineCount; }
     /// The lines of a section, after its header.
     Lines getLines(const Line& header) const;
     /// The header of the section that lookups search; null if there is no such section. The name
@@ -51,8 +53,11 @@ public:
 private:
     void divide(const CIniFile& file);
     void buildIndex();
-    const Line* find(const Line& wanted) const;
+    struct Name;
+    static Name nameOf(const Line& line);
+    const Line* find(const Name& wanted) const;
 
+    unsigned lineCount = 0;
     std::vector<Line> lines;
     std::vector<Line*> index;  // the headers and entries, by section, name and number
 };

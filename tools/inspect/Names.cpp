@@ -7,13 +7,6 @@
 #include <cstring>
 #include <string_view>
 
-namespace {
-bool comesBefore(const Line* a, const Line* b) {
-    const int order = strcasecmp(a->value.c_str(), b->value.c_str());
-    return order != 0 ? order < 0 : a->number < b->number;
-}
-}  // namespace
-
 Names::Names(const Document& document, const CString& section,
              bool (*isCounted)(const CString& key)) {
     const Line* header = document.findSection(section);
@@ -22,15 +15,18 @@ Names::Names(const Document& document, const CString& section,
         const bool isRead = line.isEntry() && !line.isRepeated();
         if (isRead && !line.value.IsEmpty() && isCounted(line.name)) entries.push_back(&line);
     }
-    std::sort(entries.begin(), entries.end(), comesBefore);
+    std::sort(entries.begin(), entries.end(), [](const Line* a, const Line* b) {
+        const int order = strcasecmp(a->value.c_str(), b->value.c_str());
+        return order != 0 ? order < 0 : a->number < b->number;
+    });
 }
 
 const Line* Names::find(const CString& name) const {
-    Line wanted;  // number 0: before all lines of this name
-    wanted.value = name;
-    const auto found = std::lower_bound(begin(), end(), &wanted, comesBefore);
-    const bool isFound = found != end() && (*found)->value.EqualsNoCase(name);
-    return isFound ? *found : nullptr;
+    const auto found =
+        std::lower_bound(begin(), end(), name.c_str(), [](const Line* line, const char* wanted) {
+            return strcasecmp(line->value.c_str(), wanted) < 0;
+        });
+    return found != end() && (*found)->value.EqualsNoCase(name) ? *found : nullptr;
 }
 
 bool isDeviceID(const CString& key) {
