@@ -14,10 +14,6 @@
 namespace {
 constexpr const char* kCDDirectory = "/rwise/ini/";
 
-constexpr const char* kTrue = "TRUE";
-constexpr const char* kFalse = "FALSE";
-constexpr const char* kCDROMAdapter = "IDE";
-
 // Whether a key of a device entry has this name.
 bool isDeviceKey(std::string_view name) {
     CString wanted;
@@ -285,7 +281,7 @@ bool CustomPCIDeviceList::labelOnBoardAdapters() {
     CIniFile positions(getSysINIPathName());
     for (PCIDeviceItem* item = head; item; item = item->next) {
         const CString listed = positions.ReadString(item->adapterName, kOnBoardKey);
-        item->onBoard = isListed(*item, listed) ? kTrue : kFalse;
+        item->onBoard = isListed(*item, listed) ? kOnBoard : kNotOnBoard;
     }
     positions.Flush();
     return true;
@@ -319,7 +315,7 @@ const CustomPCIDeviceList::GroupDef* CustomPCIDeviceList::findGroupNoCase(
 
 void CustomPCIDeviceList::sortDevicesByType() {
     for (const PCIDeviceItem* item = head; item; item = item->next) {
-        if (item->onBoard.IsSubstring(kTrue)) addName(groups[GROUP_ON_BOARD], item->adapterName);
+        if (item->onBoard.IsSubstring(kOnBoard)) addName(groups[GROUP_ON_BOARD], item->adapterName);
         if (const GroupDef* found = findGroup(item->adapterType))
             addName(groups[found->group], item->adapterName);
         addName(groups[GROUP_ALL], item->adapterName);

@@ -96,10 +96,15 @@ public:
     /// The system adapters. No scan finds them: the file lists the systems that have them.
     static constexpr const char* kSystemAdapters[] = {"STORMPETREL",
                                                       "CORVEL_ADV_SYS_MGT_ISA_CONTROLLER"};
+    /// The CD-ROM adapter. No scan finds it either, but every system has it.
+    static constexpr const char* kCDROMAdapter = "IDE";
 
     /// The per-system file: the key in the section of an adapter.
     static constexpr const char* kOnBoardKey = "OnBoard";
     static constexpr unsigned kMaxPositions = 4;  ///< Positions after these are ignored.
+    /// What labelling writes into PCIDevice::onBoard.
+    static constexpr const char* kOnBoard = "TRUE";
+    static constexpr const char* kNotOnBoard = "FALSE";
 
     /// The path of a file on the CD: the value of kCDRootVariable, unchanged, then "/rwise/ini/"
     /// and the name. If the variable is not set, its value counts as empty.

@@ -40,7 +40,9 @@ constexpr NameRule kNameRules[] = {
     {hasBracket, "has a \"]\" in its name, so its section is never found"},
     {isReserved, "has the name of a section with another meaning"},
 };
-constexpr NameRule kAdapterRules[] = {{hasComma, "has a comma in its name: commas divide lists"}};
+constexpr NameRule kAdapterRules[] = {
+    {hasComma, "has a comma in its name: commas divide lists"},
+};
 constexpr NameRule kSystemRules[] = {{hasNoUnderscore, "has no \"_\", so no per-system file"}};
 
 // One of the two maps, and what it asks of the names in it.
@@ -162,12 +164,6 @@ void checkIDs(const Document& document, Findings& findings) {
     }
 }
 }  // namespace
-
-Configuration::Configuration(const CString& path)
-    : document(path),
-      systems(document, Inventory::kSystemMapSection, isAnyKey),
-      adapters(document, Inventory::kMapSection, isAnyKey),
-      mappedAdapters(document, Inventory::kMapSection, isDeviceID) {}
 
 void checkMaps(const Configuration& configuration, Findings& findings) {
     checkSystems(configuration, findings);

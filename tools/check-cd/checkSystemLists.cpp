@@ -1,8 +1,8 @@
-#include <algorithm>
 #include <cctype>
+#include <functional>
+#include <map>
 #include <set>
 #include <string_view>
-#include <vector>
 
 #include "check-cd/checks.h"
 #include "pci/CustomPCIDeviceList.h"
@@ -14,60 +14,34 @@ bool isWordLetter(char c) {
     return std::isalnum(byte) || c == '_' || byte >= 0x80;
 }
 
-// A system identifier. The case of letters counts.
-struct Identifier {
-    std::string_view text;
-    Identifier* shorter = nullptr;  // the longest other one with which this one begins
-    bool isFound = false;           // stands in the list, as a word or within one
-    bool isNamed = false;           // stands in the list as a word
+// Where the text has a system identifier.
+struct Mention {
+    bool isFound = false;  // as a word or within one
+    bool isNamed = false;  // as a word
 };
 
-// All identifiers, in the order of their bytes: one that is the start of another comes before it.
-using Identifiers = std::vector<Identifier>;
-
-// `candidate` is the last identifier that is not sorted after the text. All that is sorted between
-// an identifier X and a text that begins with X begins with X, too. So each X with which the text
-// begins is the candidate or one of its shorter ones. Returns the longest; null if there is none.
-Identifier* longestStart(Identifier* candidate, std::string_view text) {
-    while (candidate && text.substr(0, candidate->text.size()) != candidate->text)
-        candidate = candidate->shorter;
-    return candidate;
-}
-
-Identifiers collectIdentifiers(const Names& systems) {
-    std::set<std::string_view> texts = {CustomPCIDeviceList::kUnknownSystem};
-    for (const Line* system : systems) texts.insert(system->value.c_str());
-    Identifiers identifiers;
-    identifiers.reserve(texts.size());  // identifiers point to each other
-    Identifier* before = nullptr;
-    for (const std::string_view text : texts)
-        before = &identifiers.emplace_back(Identifier{text, longestStart(before, text)});
-    return identifiers;
-}
-
-// The longest identifier with which the text begins; null if there is none. The others with which
-// it begins are reached through `shorter`.
-Identifier* findAtStart(Identifiers& identifiers, std::string_view text) {
-    const auto after =
-        std::upper_bound(identifiers.begin(), identifiers.end(), text,
-                         [](std::string_view t, auto& identifier) { return t < identifier.text; });
-    return after == identifiers.begin() ? nullptr : longestStart(&after[-1], text);
-}
-
-// One list of systems, read from left to right.
+// One list of systems, read from left to right. The case of letters counts.
 class SystemList {
 public:
-    SystemList(const Line& systems, Identifiers& known, Findings& list)
-        : line(systems.number), text(systems.value.c_str()), identifiers(known), findings(list) {}
+    SystemList(const Line& systems, const Names& known, Findings& list)
+        : line(systems.number), text(systems.value.c_str()), findings(list) {
+        for (const Line* system : known) addIdentifier(system->value.c_str());
+        addIdentifier(CustomPCIDeviceList::kUnknownSystem);
+    }
 
     void check() {
         for (at = 0; at != text.size(); ++at) checkPosition();
-        for (Identifier& identifier : identifiers)
-            if (identifier.isFound && !identifier.isNamed)
-                add("system ", identifier.text, " is found here only as a part of another name");
+        for (const auto& [identifier, mention] : identifiers)
+            if (mention.isFound && !mention.isNamed)
+                add("system ", identifier, " is found here only as a part of another name");
     }
 
 private:
+    void addIdentifier(std::string_view identifier) {
+        identifiers.try_emplace(identifier);
+        lengths.insert(identifier.size());
+    }
+
     bool isWordStart() const {
         return at >= namedUntil && isWordLetter(text[at]) &&
                (at == 0 || !isWordLetter(text[at - 1]));
@@ -76,23 +50,25 @@ private:
         return at + length == text.size() || !isWordLetter(text[at + length]);
     }
 
+    // Marks all identifiers that begin here. Marks as named the longest one that is a word, or more
+    // than one: it may hold characters that divide words.
     void checkPosition() {
-        Identifier* const longest = findAtStart(identifiers, text.substr(at));
-        // If one is marked already, the shorter ones are, too.
-        for (Identifier* i = longest; i && !i->isFound; i = i->shorter) i->isFound = true;
-        if (isWordStart()) checkWord(longest);
+        const bool isStart = isWordStart();
+        bool isNamed = false;
+        for (const std::size_t length : lengths) {
+            const auto known = identifiers.find(text.substr(at, length));
+            if (known == identifiers.end()) continue;
+            known->second.isFound = true;
+            if (!isStart || isNamed || !endsWord(known->first.size())) continue;
+            known->second.isNamed = isNamed = true;
+            namedUntil = at + known->first.size();
+        }
+        if (isStart && !isNamed) checkUnknownWord();
     }
 
-    // Marks as named the longest identifier that begins here and ends where a word ends: it may
-    // hold characters that divide words. Any text may separate the identifiers, so a word that is
-    // not an identifier is a finding only if it has a "_".
-    void checkWord(Identifier* identifier) {
-        while (identifier && !endsWord(identifier->text.size())) identifier = identifier->shorter;
-        if (identifier) {
-            identifier->isNamed = true;
-            namedUntil = at + identifier->text.size();
-            return;
-        }
+    // Any text may separate the identifiers, so a word that is not an identifier is a finding only
+    // if it has a "_".
+    void checkUnknownWord() {
         std::size_t length = 1;
         while (!endsWord(length)) ++length;
         const std::string_view word = text.substr(at, length);
@@ -107,8 +83,9 @@ private:
 
     unsigned line;
     std::string_view text;
-    Identifiers& identifiers;
     Findings& findings;
+    std::map<std::string_view, Mention> identifiers;
+    std::set<std::size_t, std::greater<>> lengths;  // of the identifiers
     std::size_t at = 0;
     std::size_t namedUntil = 0;  // the end of the last identifier that is named
 };
@@ -119,8 +96,6 @@ void checkSystemLists(const Configuration& configuration, Findings& findings) {
         const Document& document = configuration.document;
         const Line* systems =
             document.findEntry(document.findSection(adapter), CustomPCIDeviceList::kSystemsKey);
-        if (!systems) continue;
-        Identifiers identifiers = collectIdentifiers(configuration.systems);
-        SystemList(*systems, identifiers, findings).check();
+        if (systems) SystemList(*systems, configuration.systems, findings).check();
     }
 }

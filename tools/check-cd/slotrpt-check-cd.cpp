@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "check-cd/SystemFiles.h"
 #include "check-cd/checks.h"
+#include "check-cd/findSystemFiles.h"
+#include "common/ProductCD.h"
 #include "common/command.h"
-#include "common/files.h"
 #include "inspect/Findings.h"
 #include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
@@ -15,8 +15,8 @@ constexpr char kUsage[] =
     "Looks for mistakes in the files of the product CD whose root directory is CD_ROOT, or\n"
     "RWCD if it is not given. Prints each mistake as one line, \"file:line: what is wrong\".\n"
     "\n"
-    "  --help     print this text\n"
-    "  --version  print the version\n"
+    "  -h, --help  print this text\n"
+    "  --version   print the version\n"
     "\n"
     "Exit status: 0 nothing was found, 1 there are findings, 2 the CD cannot be read.\n";
 
@@ -25,39 +25,42 @@ constexpr option kOptions[] = {kHelp, kVersion, {}};
 bool hasFindings = false;
 
 void print(Findings& findings) {
-    findings.print();
+    findings.print(stdout);
     if (findings.getCount() != 0) hasFindings = true;
 }
 
-// Returns false if the file could not be checked to its end.
-bool checkSystemFile(const CString& path, const Configuration& configuration) {
-    Findings findings(path);
-    if (inspectFile(path, findings)) {
-        const Document document(path);
-        if (!requireWhole(takeLoadFault())) return false;
-        inspectSystemFile(document, configuration.adapters, findings);
+// Returns false, and says why, if the file could not be checked to its end.
+bool checkSystemFile(const ProductCD::File& file, const Configuration& configuration) {
+    if (file.copy.state == Copy::kBroken) {
+        complainUnreadable(file.path, file.copy.reason);
+        return false;
+    }
+    Findings findings(file.path);
+    if (inspectCopy(file.copy, findings)) {
+        const Document document(file.path);
+        inspectSystemFile(document, configuration, findings);
         checkPositions(document, configuration, findings);
     }
     print(findings);
     return true;
 }
 
-bool checkCD(const CString& path) {
-    Findings findings(path);
-    if (!inspectFile(path, findings)) {
+// Returns false, and says why, if a file could not be checked to its end.
+bool checkCD(ProductCD& cd) {
+    const ProductCD::File& file = cd.getConfiguration();
+    Findings findings(file.path);
+    if (!inspectCopy(file.copy, findings)) {
         print(findings);
         return true;
     }
-    const Configuration configuration(path);
-    if (!requireWhole(takeLoadFault())) return false;
-    inspectConfiguration(configuration.document, configuration.systems, configuration.adapters,
-                         findings);
+    const Configuration configuration(file.path);
+    inspectConfiguration(configuration, findings);
     checkMaps(configuration, findings);
     checkSystemLists(configuration, findings);
-    const SystemFiles files(configuration.systems, findings);
+    const auto files = findSystemFiles(cd, configuration.systems, findings);
     print(findings);
-    return std::all_of(files.begin(), files.end(), [&](const SystemFiles::File& file) {
-        return checkSystemFile(file.path, configuration);
+    return std::all_of(files.begin(), files.end(), [&](const ProductCD::File* systemFile) {
+        return checkSystemFile(*systemFile, configuration);
     });
 }
 
@@ -66,15 +69,16 @@ bool takeNoOption(int, const char*) { return false; }
 int run(int count, char* operands[]) {
     if (count > 1 || (count == 1 && *operands[0] == '\0')) return rejectArguments();
     if (count == 1) setenv(CustomPCIDeviceList::kCDRootVariable, operands[0], 1);
-    const CString path = CustomPCIDeviceList::getConfigurationPathName();
-    const CString reason = whyUnreadable(path);
-    if (!reason.IsEmpty())
-        return complainUnreadable(path, count == 0 ? reason + "; " + describeRoot() : reason);
-    if (!checkCD(path)) return kCouldNotRun;
+    ProductCD cd;
+    const ProductCD::File& file = cd.getConfiguration();
+    if (!file.copy.isWhole())
+        return complainUnreadable(
+            file.path, count == 0 ? file.copy.reason + "; " + describeRoot() : file.copy.reason);
+    if (!checkCD(cd)) return kCouldNotRun;
     return hasFindings ? kFindings : kFine;
 }
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    return runCommand({"slotrpt-check-cd", kUsage, kOptions, takeNoOption, run}, argc, argv);
+    return runCommand({"slotrpt-check-cd", kUsage, "h", kOptions, takeNoOption, run}, argc, argv);
 }

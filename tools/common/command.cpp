@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,8 +23,17 @@ void endUnfinished() {
     if (!isFinished) std::_Exit(kCouldNotRun);
 }
 
-// For what is thrown: nothing catches it, and without this handler a signal would end the process.
-[[noreturn]] void endUncaught() { std::exit(complain("internal error")); }
+// What the standard library throws, nothing catches.
+[[noreturn]] void endByException() {
+    try {
+        std::rethrow_exception(std::current_exception());
+    } catch (const std::exception& error) {
+        complain(CString("unexpected error: ") + error.what());
+    } catch (...) {
+        complain("unexpected error");
+    }
+    std::_Exit(kCouldNotRun);
+}
 
 // Occupies the descriptors that the caller closed, or a file would be opened in their place and
 // take what is printed. Each is opened so that its use fails: the input only for writing, the
@@ -48,7 +58,8 @@ int printVersion() {
 int parseAndRun(int argc, char* argv[]) {
     CString name = running->name;
     if (argc > 0) argv[0] = name.c_str();  // messages of getopt_long begin with it
-    for (int option; (option = getopt_long(argc, argv, "", running->options, nullptr)) != -1;) {
+    for (int option;
+         (option = getopt_long(argc, argv, running->letters, running->options, nullptr)) != -1;) {
         if (option == kHelp.val) return printHelp();
         if (option == kVersion.val) return printVersion();
         if (option == '?' || !running->takeOption(option, optarg)) return rejectArguments();
@@ -59,10 +70,11 @@ int parseAndRun(int argc, char* argv[]) {
 
 int runCommand(const Command& command, int argc, char* argv[]) {
     running = &command;
-    std::set_new_handler(CString::OutOfMemory);  // for the containers, too
-    std::set_terminate(endUncaught);
     occupyStandardDescriptors();
     std::atexit(endUnfinished);
+    std::set_new_handler(CString::OutOfMemory);
+    std::set_terminate(endByException);
+    std::signal(SIGXFSZ, SIG_IGN);  // writing to a file at its size limit fails, as to a full disk
     int status = parseAndRun(argc, argv);
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         status = complain(CString("cannot write: ") + std::strerror(errno));
@@ -73,6 +85,10 @@ int runCommand(const Command& command, int argc, char* argv[]) {
 int complain(const CString& message) {
     std::fprintf(stderr, "%s: %s\n", running->name, printable(message).c_str());
     return kCouldNotRun;
+}
+
+int complainUnreadable(const CString& path, const CString& reason) {
+    return complain("cannot read " + path + ": " + reason);
 }
 
 int rejectArguments() {

@@ -15,7 +15,8 @@ constexpr int kCouldNotRun = 2;
 struct Command {
     const char* name;
     const char* usage;      ///< The whole help text. Its first line is shown after a wrong call.
-    const option* options;  ///< As getopt_long takes them, with kHelp and kVersion.
+    const char* letters;    ///< The options of one letter, as getopt_long takes them, with "h".
+    const option* options;  ///< The long ones, with kHelp and kVersion.
     /// Takes an option's value, which is null for one without. Returns false if it makes no sense.
     bool (*takeOption)(int option, const char* value);
     /// Does the work on the operands, which end with a null. Returns the exit status.
@@ -26,13 +27,15 @@ constexpr option kHelp = {"help", no_argument, nullptr, 'h'};
 constexpr option kVersion = {"version", no_argument, nullptr, 'V'};
 
 /// Runs the command and returns its exit status. If the output cannot be written, the status is
-/// kCouldNotRun. If memory runs out, or something is thrown, the process ends with that status,
-/// too, and a message. Standard input, output and error are open in the whole run: one that the
-/// caller closed fails when it is used.
+/// kCouldNotRun. If memory runs out, the process ends with that status, too. Standard input, output
+/// and error are open in the whole run: one that the caller closed fails when it is used.
 int runCommand(const Command& command, int argc, char* argv[]);
 
 /// Prints the message after the name of the command, on standard error. Returns kCouldNotRun.
 int complain(const CString& message);
+
+/// Says with complain() that the file or folder cannot be read. Returns kCouldNotRun.
+int complainUnreadable(const CString& path, const CString& reason);
 
 /// Says on standard error how to call the command. Returns kCouldNotRun.
 int rejectArguments();

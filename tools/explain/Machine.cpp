@@ -1,8 +1,8 @@
 #include "explain/Machine.h"
 
-#include "common/files.h"
 #include "explain/inspectNumbers.h"
 #include "inspect/Document.h"
+#include "inspect/findLack.h"
 #include "inspect/inspect.h"
 
 void Counts::operator+=(const Counts& other) {
@@ -12,6 +12,15 @@ void Counts::operator+=(const Counts& other) {
     unnamed += other.unnamed;
     missing += other.missing;
     onBoard += other.onBoard;
+}
+
+CString groupOf(const PCIDevice& adapter) {
+    const auto* const group = CustomPCIDeviceList::findGroup(adapter.adapterType);
+    return group ? group->name : "";
+}
+
+bool isOnBoard(const PCIDevice& adapter) {
+    return adapter.onBoard == CustomPCIDeviceList::kOnBoard;
 }
 
 namespace {
@@ -25,72 +34,81 @@ CString getAddedAdapters(const CString& configurationPath, const CString& system
 }
 }  // namespace
 
-Machine::Machine(const CString& detectionPath, ConfigurationFile& configurationFile)
+Machine::Machine(const CString& detectionPath, const Copy& copy, ProductCD& cd,
+                 Configuration& systemConfiguration)
     : path(detectionPath),
       findings(detectionPath),
-      entries(detectionPath),
+      entries(kDetectionCopy),
       positions(""),
-      configuration(configurationFile.document) {
-    inspect();
-    identify(configurationFile.path);
-    takeInventory(configurationFile.path);
-
-    // A per-system file that whyUnreadable() refuses is not a fault. takeLoadFault() gives the
-    // first fault, and this file is loaded last, by the inventory and here. If the fault is this
-    // file's, all others were read whole.
-    const CString systemPath = inventory.getSysINIPathName();
-    positions.ReadIniFile(systemPath);
-    fault = takeLoadFault();
-    if (fault == systemPath + ": " + whyUnreadable(systemPath)) fault.Empty();
-
+      configuration(systemConfiguration) {
+    inspect(copy);
+    identify(cd);
+    takeInventory();
+    positions.ReadIniFile(inventory.getSysINIPathName());
     counts.entries = entries.getTotal();
-    for (Entry& entry : entries) label(entry);
+    for (DeviceEntry& entry : entries) label(entry);
 }
 
-void Machine::inspect() {
-    if (!inspectFile(path, findings)) return;
-    const Document detection(path);
+CString Machine::getSystemPath() const {
+    const bool isRead = !systemFiles.empty() && systemFiles.back()->copy.isWhole();
+    return isRead ? systemFiles.back()->path : "";
+}
+
+const ProductCD::File* Machine::getBrokenFile() const {
+    for (const ProductCD::File* file : systemFiles)
+        if (file->copy.state == Copy::kBroken) return file;
+    return nullptr;
+}
+
+void Machine::inspect(const Copy& copy) {
+    if (!inspectCopy(copy, findings)) return;
+    const Document detection(kDetectionCopy);
     inspectDetectionFile(detection, findings);
     inspectNumbers(entries, detection, findings);
+    const Lack lack = findLack(detection, copy.endsInLine);
+    if (!lack.reason.IsEmpty()) findings.add(lack.line, lack.reason);
 }
 
-void Machine::identify(const CString& configurationPath) {
-    CIniFile detection(path);
+void Machine::identify(ProductCD& cd) {
+    CIniFile detection(kDetectionCopy);
     machineType = CustomPCIDeviceList::getMachineType(detection);
-    systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
-    directory = configuration.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
-    addedAdapters = getAddedAdapters(configurationPath, systemID);
+    serialNumber = detection.ReadString(CustomPCIDeviceList::kSystemSection,
+                                        CustomPCIDeviceList::kSerialNumberKey);
+    systemID = CustomPCIDeviceList::getSystemID(configuration.lines, machineType);
+    directory = configuration.lines.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
+    addedAdapters = getAddedAdapters(configuration.path, systemID);
+    systemFiles = cd.getSystemFiles(systemID);
 }
 
-void Machine::takeInventory(const CString& configurationPath) {
-    inventory.setMapFileLocation(configurationPath);
+void Machine::takeInventory() {
+    inventory.setMapFileLocation(configuration.path);
     inventory.setSystemKeyword(systemID);
-    inventory.setInputFile(path);
-    inventory.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE |
-                         CustomPCIDeviceList::INIT_NAME_ADAPTERS |
-                         CustomPCIDeviceList::INIT_LABEL_ONBOARD);
+    inventory.setInputFile(kDetectionCopy);
+    inventory.initialize(
+        CustomPCIDeviceList::INIT_FROM_INPUT_FILE | CustomPCIDeviceList::INIT_NAME_ADAPTERS |
+        CustomPCIDeviceList::INIT_LABEL_ONBOARD | CustomPCIDeviceList::INIT_COUNT_DUPLICATES);
     inventory.resetList();
     nextAdapter = inventory.getNextDeviceFromList();
 }
 
 // Finds the adapter of the entry, or why it has none. All device entries of a gap read as zeros, so
-// either each of them has an adapter, of the same name, or none has.
-void Machine::label(Entry& entry) {
+// either each of them has an adapter or none has.
+void Machine::label(DeviceEntry& entry) {
     while (nextAdapter && nextAdapter->entryNumber <= entry.last) takeAdapter(entry);
-    if (entry.adapter) return;
     CString line;
-    entry.isLeftOut = entry.hasIDs() &&
-                      configuration.FindItem(CustomPCIDeviceList::kMapSection,
-                                             inventory.getDeviceINIFileEntry(entry.device), line);
-    long long& count = entry.isLeftOut ? counts.leftOut
-                       : entry.device  ? counts.unnamed
-                                       : counts.missing;
+    entry.isLeftOut =
+        !entry.adapter && entry.hasIDs() &&
+        configuration.lines.FindItem(CustomPCIDeviceList::kMapSection,
+                                     inventory.getDeviceINIFileEntry(entry.device), line);
+    long long& count = entry.adapter     ? counts.named
+                       : entry.isLeftOut ? counts.leftOut
+                       : entry.device    ? counts.unnamed
+                                         : counts.missing;
     count += entry.getCount();
 }
 
-void Machine::takeAdapter(Entry& entry) {
-    entry.adapter = nextAdapter;
-    ++counts.named;
-    if (nextAdapter->onBoard == "TRUE") ++counts.onBoard;
+void Machine::takeAdapter(DeviceEntry& entry) {
+    if (!entry.adapter) entry.adapter = nextAdapter;
+    if (isOnBoard(*nextAdapter)) ++counts.onBoard;
     nextAdapter = inventory.getNextDeviceFromList();
 }

@@ -1,18 +1,14 @@
 #pragma once
 
-#include "explain/Entries.h"
+#include <vector>
+
+#include "common/ProductCD.h"
+#include "explain/DeviceEntries.h"
+#include "inspect/Configuration.h"
 #include "inspect/Findings.h"
 #include "pci/CustomPCIDeviceList.h"
 #include "util/CString.h"
 #include "util/IniFile.h"
-
-/// The system configuration file of the CD.
-struct ConfigurationFile {
-    explicit ConfigurationFile(const CString& file) : path(file), document(file) {}
-
-    const CString path;
-    CIniFile document;
-};
 
 /// How many device entries there are: each is named, left out, unnamed or missing.
 struct Counts {
@@ -28,36 +24,47 @@ struct Counts {
     bool areComplete() const { return entries > 0 && named + leftOut == entries; }
 };
 
+/// The line of the report that lists the adapter by its type; "" if none does.
+CString groupOf(const PCIDevice& adapter);
+bool isOnBoard(const PCIDevice& adapter);
+
 /// What the converter makes of one detection file: the system, and the adapter of each device
 /// entry.
 ///
-/// The inventory runs as it does in the converter, and the device entries are read once more. The
-/// adapters of the inventory are the device entries that have a name, in the same order.
+/// The inventory runs as it does in the converter, and the device entries are read once more. Each
+/// adapter of the inventory knows its device entry.
 class Machine {
 public:
-    Machine(const CString& detectionPath, ConfigurationFile& configuration);
+    /// The text of the detection file is in memory as kDetectionCopy. `copy` is what else is known
+    /// of the file.
+    Machine(const CString& path, const Copy& copy, ProductCD& cd, Configuration& configuration);
 
-    const CString path;
-    Findings findings;    ///< What is wrong with the detection file.
-    CString machineType;  ///< "" if the detection file gives none.
+    const CString path;    ///< What the file is called.
+    Findings findings;     ///< What is wrong with the detection file.
+    CString machineType;   ///< "" if the detection file gives none.
+    CString serialNumber;  ///< The same.
     CString systemID;
     CString directory;  ///< "" if the CD gives the system none.
-    Entries entries;
+    DeviceEntries entries;
     CString addedAdapters;  ///< Those of the report that have no device entry, joined by ",".
     CustomPCIDeviceList inventory;
-    CIniFile positions;  ///< The per-system file.
+    std::vector<const ProductCD::File*> systemFiles;  ///< As ProductCD gives them.
+    CIniFile positions;                               ///< The per-system file.
     Counts counts;
-    /// The file that was not read whole, as "PATH: reason": then nothing else here counts. "" if
-    /// there is none. A per-system file that whyUnreadable() refuses is not a fault.
-    CString fault;
+
+    /// The path of the per-system file that is read; "" if none is.
+    CString getSystemPath() const;
+    /// The per-system file that could not be read to its end: then nothing else here counts. Null
+    /// if there is none.
+    const ProductCD::File* getBrokenFile() const;
 
 private:
-    void inspect();
-    void identify(const CString& configurationPath);
-    void takeInventory(const CString& configurationPath);
-    void label(Entry& entry);
-    void takeAdapter(Entry& entry);
+    void inspect(const Copy& copy);
+    void identify(ProductCD& cd);
+    void takeInventory();
+    void label(DeviceEntry& entry);
+    void takeAdapter(DeviceEntry& entry);
 
-    CIniFile& configuration;
+    Configuration& configuration;
     const PCIDeviceItem* nextAdapter = nullptr;
 };

@@ -17,7 +17,8 @@ void Overview::add(const Machine& machine) {
 
 Overview::Row Overview::sum() const {
     Row total;
-    total.path = CString(static_cast<unsigned long>(rows.size())) + " files";
+    total.path =
+        CString(static_cast<unsigned long>(rows.size())) + (rows.size() == 1 ? " file" : " files");
     for (const Row& row : rows) {
         total.counts += row.counts;
         total.warnings += row.warnings;
@@ -41,8 +42,8 @@ void Overview::printRow(const Row& row, const Widths& widths) {
     printColumn(row.machineType, widths.machineType);
     printColumn(printable(row.systemID), widths.systemID);
     const Counts& counts = row.counts;
-    std::printf("%7lld  %5lld  %8lld  %7lld  %8lld  %8zu\n", counts.entries, counts.named,
-                counts.leftOut, counts.unnamed + counts.missing, counts.onBoard, row.warnings);
+    std::printf("%7lld  %5lld  %8lld  %7lld  %6lld  %8lld  %8zu\n", counts.entries, counts.named,
+                counts.leftOut, counts.unnamed, counts.missing, counts.onBoard, row.warnings);
 }
 
 void Overview::print() const {
@@ -51,7 +52,7 @@ void Overview::print() const {
     printColumn("File", widths.path);
     printColumn("Machine type", widths.machineType);
     printColumn("System identifier", widths.systemID);
-    std::printf("Entries  Named  Left out  Unnamed  On-board  Warnings\n");
+    std::printf("Entries  Named  Left out  Unnamed  Absent  On-board  Warnings\n");
     for (const Row& row : rows) printRow(row, widths);
     printRow(total, widths);
 }

@@ -2,52 +2,54 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
-#include "explain/Entries.h"
+#include "explain/DeviceEntries.h"
+#include "inspect/Configuration.h"
 #include "util/CString.h"
-#include "util/IniFile.h"
 
 /// A pair of vendor and device ID, and where the detection files have it.
 struct Pair {
-    std::uint16_t vendorID = 0;
-    std::uint16_t deviceID = 0;
     std::uint32_t classCode = 0;  ///< Of its first function.
     CString key;                  ///< Its key in section PCIIDMap.
     bool isMissing = false;       ///< Whether the section does not have the key.
-    CString firstPath;            ///< The first of the files that have it.
-    CString positions;            ///< In that file, written as in a per-system file.
-    unsigned positionCount = 0;   ///< How many there are. `positions` holds only the first ones.
     int fileCount = 0;
-    CString lastPosition;  ///< The last position that was counted.
-    int lastFile = -1;     ///< The number, from 0, of the last file that was counted.
-    CString vendorName;    ///< From the list of PCI IDs; "" if no list has it.
-    CString deviceName;    ///< The same.
+    int lastFile = -1;  ///< The number, from 0, of the last file that was counted.
+    CString firstPath;  ///< The first of the files that have it.
+    CString positions;  ///< In that file, each once, written as in a per-system file. Only as many
+                        ///< as such a file may list.
+    std::set<std::pair<int, int>> knownPositions;  ///< All of them: bus and device number.
+    CString vendorName;  ///< From the list of PCI IDs; "" if no list has it.
+    CString deviceName;  ///< The same.
 
     bool isBridge() const { return classCode >> 16 == 0x06; }
 };
 
-/// The pairs of vendor and device ID in all detection files, each once, in the order in which they
-/// were found. It owns them.
+/// The pairs of vendor and device ID in all detection files, each once.
 class Pairs {
 public:
-    explicit Pairs(CIniFile& configurationFile) : configuration(configurationFile) {}
+    using IDs = std::pair<std::uint16_t, std::uint16_t>;  ///< Of the vendor and of the device.
+
+    explicit Pairs(const Configuration& names) : configuration(names) {}
     Pairs(const Pairs&) = delete;
     Pairs& operator=(const Pairs&) = delete;
 
     /// Adds the pairs of one more detection file.
-    void add(const CString& path, const Entries& entries);
-    auto begin() const { return found.begin(); }
-    auto end() const { return found.end(); }
-    Pair* find(std::uint16_t vendorID, std::uint16_t deviceID);  ///< Null if it is not there.
+    void add(const CString& path, const DeviceEntries& entries);
+    /// Those that the configuration does not have: bridges last, then those of most files first,
+    /// then in the order in which they were found.
+    std::vector<const Pair*> getMissing() const;
+    /// All pairs, in the order of their IDs.
+    std::map<IDs, Pair>& getAll() { return pairs; }
 
 private:
-    Pair& require(const PCIDeviceItem& device);
-    void addTo(Pair& pair, const PCIDeviceItem& device, const CString& path) const;
+    Pair& get(const PCIDeviceItem& device);
+    void count(Pair& pair, const PCIDeviceItem& device, const CString& path) const;
 
-    CIniFile& configuration;
-    std::map<std::pair<std::uint16_t, std::uint16_t>, Pair> pairs;  // by vendor and device ID
-    std::vector<Pair*> found;  // the same, in the order in which they were found
-    int currentFile = 0;       // the number, from 0, of the file whose pairs are added
+    const Configuration& configuration;
+    std::map<IDs, Pair> pairs;
+    std::vector<const Pair*> found;  // the pairs in the order in which they were found
+    int currentFile = 0;             // the number, from 0, of the file whose pairs are added
 };

@@ -5,35 +5,31 @@
 #include "inspect/inspect.h"
 #include "pci/CustomPCIDeviceList.h"
 
-Warnings::Warnings(const CString& path)
-    : configurationPath(path),
-      configuration(path),
-      systems(configuration, CustomPCIDeviceList::kSystemMapSection, isAnyKey),
-      adapters(configuration, CustomPCIDeviceList::kMapSection, isDeviceID) {}
+Warnings::Warnings(ProductCD& productCD, const Configuration& systemConfiguration,
+                   std::FILE* output)
+    : cd(productCD), stream(output), configuration(systemConfiguration) {}
 
 void Warnings::print(Findings& findings) {
     if (findings.getCount() == 0) return;
-    if (count == 0) std::printf("\n");
-    findings.print();
+    if (count == 0 && stream == stdout) std::printf("\n");
+    findings.print(stream);
     count += findings.getCount();
 }
 
 void Warnings::printConfiguration() {
-    Findings findings(configurationPath);
-    if (inspectFile(configurationPath, findings))
-        inspectConfiguration(configuration, systems, adapters, findings);
+    const ProductCD::File& file = cd.getConfiguration();
+    Findings findings(file.path);
+    if (inspectCopy(file.copy, findings)) inspectConfiguration(configuration, findings);
     print(findings);
 }
 
 void Warnings::printSystemFile(const CString& systemID) {
     if (!systemIDs.insert(systemID).second) return;
-    CString paths[2];
-    const unsigned total = findSystemFiles(systemID, paths);
-    for (unsigned i = 0; i != total; ++i) {
-        if (!systemPaths.insert(paths[i]).second) continue;
-        Findings findings(paths[i]);
-        if (inspectFile(paths[i], findings))
-            inspectSystemFile(Document(paths[i]), adapters, findings);
+    for (const ProductCD::File* file : cd.getSystemFiles(systemID)) {
+        if (!systemPaths.insert(file->path).second) continue;
+        Findings findings(file->path);
+        if (inspectCopy(file->copy, findings))
+            inspectSystemFile(Document(file->path), configuration, findings);
         print(findings);
     }
 }

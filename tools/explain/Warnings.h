@@ -1,18 +1,18 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdio>
 #include <set>
 
-#include "inspect/Document.h"
+#include "common/ProductCD.h"
+#include "inspect/Configuration.h"
 #include "inspect/Findings.h"
-#include "inspect/Names.h"
 #include "util/CString.h"
 
-/// Prints what is wrong with the files that the converter reads, with an empty line before the
-/// first warning, and counts the warnings.
+/// Prints what is wrong with the files that the converter reads, and counts the warnings. On
+/// standard output, an empty line stands before the first one.
 class Warnings {
 public:
-    explicit Warnings(const CString& configurationPath);
+    Warnings(ProductCD& cd, const Configuration& configuration, std::FILE* stream);
 
     void print(Findings& findings);  ///< Of any file.
     void printConfiguration();       ///< Of the system configuration file.
@@ -22,10 +22,9 @@ public:
     std::size_t getCount() const { return count; }  ///< Of all that were printed.
 
 private:
-    const CString configurationPath;
-    const Document configuration;
-    const Names systems;
-    const Names adapters;
+    ProductCD& cd;
+    std::FILE* const stream;
+    const Configuration& configuration;
     std::set<CString> systemIDs;    // of the systems whose files were inspected
     std::set<CString> systemPaths;  // of these files
     std::size_t count = 0;

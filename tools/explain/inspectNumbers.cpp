@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "inspect/findLack.h"
+
 namespace {
 using DeviceNumber = CustomPCIDeviceList::DeviceNumber;
 
@@ -22,9 +24,7 @@ CString formatted(const DeviceKey& key, std::uint32_t number) {
 // follows the number, the rest is a remark.
 CString describeFault(const DeviceKey& key, const char* text, const DeviceNumber& number) {
     const char* const rest = number.rest;
-    const auto isHex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
-    // Without digits, the number ends at once, or after white space and a sign.
-    if (*text != '\0' && (rest == text || !isHex(rest[-1]))) return "it has no digits";
+    if (*text != '\0' && !hasDigits(key, text)) return "it has no digits";
     if (number.isTooWide) return "only the low " + CString(key.bits) + " bits are kept";
     if (!std::isalnum(static_cast<unsigned char>(*rest))) return "";
     return CString("the number ends before \"") + rest + "\"";
@@ -47,24 +47,14 @@ void inspectTotal(const Line& line, Findings& findings) {
                                   CString(line.value.ToInt()) + ": " +
                                   (isPlain ? "it is too large" : "it is not a plain number"));
 }
-
-// Finds what the total hides. `total` is its line; the header of the section if there is no total.
-void inspectUnread(const Entries& entries, const Line& total, Findings& findings) {
-    const int first = entries.getFirstBeyondTotal();
-    if (first < 0) return;
-    findings.add(total.number, "device entry " + CString(first) + " is not below " +
-                                   CustomPCIDeviceList::kTotalKey +
-                                   ", so neither it nor any after it is read");
-}
 }  // namespace
 
-void inspectNumbers(const Entries& entries, const Document& detection, Findings& findings) {
+void inspectNumbers(const DeviceEntries& entries, const Document& detection, Findings& findings) {
     const Line* const section = detection.findSection(CustomPCIDeviceList::kDeviceSection);
     if (!section) return;
     const Line* const total = detection.findEntry(section, CustomPCIDeviceList::kTotalKey);
     if (total) inspectTotal(*total, findings);
-    inspectUnread(entries, total ? *total : *section, findings);
-    for (const Entry& entry : entries) {
+    for (const DeviceEntry& entry : entries) {
         if (!entry.device) continue;
         const CString suffix = "." + CString(entry.first);
         for (const DeviceKey& key : CustomPCIDeviceList::kDeviceKeys)

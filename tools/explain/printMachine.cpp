@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "common/files.h"
+#include "common/ProductCD.h"
 #include "common/printable.h"
 #include "explain/classInWords.h"
 #include "explain/columns.h"
@@ -23,11 +23,13 @@ CString describeSystemID(const Machine& machine) {
 
 // Why no per-system file is read.
 CString describeMissingFile(const Machine& machine) {
-    CString asWritten, inLowerCase, there[2];
+    CString asWritten, inLowerCase;
     if (!machine.inventory.getSysINICandidates(asWritten, inLowerCase))
         return "none: the system identifier has no \"_\"";
-    if (findSystemFiles(machine.systemID, there) != 0)
-        return "none: cannot read " + there[0] + ": " + whyUnreadable(there[0]);
+    if (!machine.systemFiles.empty()) {
+        const ProductCD::File& file = *machine.systemFiles.front();
+        return "none: cannot read " + file.path + ": " + file.copy.reason;
+    }
     if (asWritten == inLowerCase) return "none: there is no " + asWritten;
     return "none: there is neither " + asWritten + " nor " + inLowerCase;
 }
@@ -35,7 +37,7 @@ CString describeMissingFile(const Machine& machine) {
 CString describeSystemFile(const Machine& machine) {
     const CString path = machine.inventory.getSysINIPathName();
     if (path.IsEmpty()) return describeMissingFile(machine);
-    const CString reason = whyUnreadable(path);
+    const CString& reason = machine.systemFiles.back()->copy.reason;
     return reason.IsEmpty() ? path : path + ", which cannot be read: " + reason;
 }
 
@@ -61,24 +63,19 @@ struct Widths {
     int number = 5, name = 7, type = 4, group = 5;
 };
 
-CString numberOf(const Entry& entry) {
+CString numberOf(const DeviceEntry& entry) {
     const CString first = entry.first;
     return entry.first == entry.last ? first : first + "-" + CString(entry.last);
 }
 
-const char* groupOf(const PCIDevice& adapter) {
-    const auto* const group = CustomPCIDeviceList::findGroup(adapter.adapterType);
-    return group ? group->name : kNone;
-}
-
-Widths measure(const Entries& entries) {
+Widths measure(const DeviceEntries& entries) {
     Widths widths;
-    for (const Entry& entry : entries) {
+    for (const DeviceEntry& entry : entries) {
         widen(widths.number, numberOf(entry));
         if (!entry.adapter) continue;
         widen(widths.name, printable(entry.adapter->adapterName));
         widen(widths.type, printable(entry.adapter->adapterType));
-        widen(widths.group, groupOf(*entry.adapter));
+        widen(widths.group, orNone(groupOf(*entry.adapter)));
     }
     return widths;
 }
@@ -91,7 +88,7 @@ void printHead(const Widths& widths) {
     std::printf("On-Board\n");
 }
 
-void printNumbers(const Entry& entry, const Widths& widths) {
+void printNumbers(const DeviceEntry& entry, const Widths& widths) {
     std::printf("%*s  ", widths.number, numberOf(entry).c_str());
     if (const PCIDevice* device = entry.device)
         std::printf("%4d  %4d  %.4hX%.4hX  %.4hX%.4hX  ", device->busNumber, device->deviceNumber,
@@ -101,7 +98,7 @@ void printNumbers(const Entry& entry, const Widths& widths) {
 }
 
 // Why the report has no adapter for the device entry.
-CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory) {
+CString describeAbsence(const DeviceEntry& entry, const CustomPCIDeviceList& inventory) {
     if (!entry.device) return "not in the file";
     if (!entry.hasIDs()) return "no vendor ID and no device ID";
     if (entry.isLeftOut)
@@ -112,18 +109,18 @@ CString describeAbsence(const Entry& entry, const CustomPCIDeviceList& inventory
 
 // Whether the adapter is on-board. If not, the positions that the per-system file lists for it.
 CString describeOnBoard(const PCIDevice& adapter, CIniFile& positions) {
-    if (adapter.onBoard == "TRUE") return "yes";
+    if (isOnBoard(adapter)) return "yes";
     const CString listed =
         positions.ReadString(adapter.adapterName, CustomPCIDeviceList::kOnBoardKey);
     return listed.IsEmpty() ? "no" : "no, only at " + listed;
 }
 
-void printEntry(const Entry& entry, Machine& machine, const Widths& widths) {
+void printEntry(const DeviceEntry& entry, Machine& machine, const Widths& widths) {
     printNumbers(entry, widths);
     if (const PCIDevice* adapter = entry.adapter) {
         printColumn(printable(adapter->adapterName), widths.name);
         printColumn(orNone(printable(adapter->adapterType)), widths.type);
-        printColumn(groupOf(*adapter), widths.group);
+        printColumn(orNone(groupOf(*adapter)), widths.group);
         std::printf("%s%s\n", printable(describeOnBoard(*adapter, machine.positions)).c_str(),
                     entry.device ? "" : ", and not in the file");
     } else {
@@ -140,7 +137,7 @@ void printEntries(Machine& machine) {
     }
     const Widths widths = measure(machine.entries);
     printHead(widths);
-    for (const Entry& entry : machine.entries) printEntry(entry, machine, widths);
+    for (const DeviceEntry& entry : machine.entries) printEntry(entry, machine, widths);
 }
 
 // ---------------------------------------------------------------- Below the table
@@ -173,7 +170,8 @@ void printMachine(Machine& machine, const CString& configurationPath) {
 }
 
 void printCounts(const Counts& counts) {
-    std::printf("%lld device entries: %lld named", counts.entries, counts.named);
+    std::printf("%lld device %s: %lld named", counts.entries,
+                counts.entries == 1 ? "entry" : "entries", counts.named);
     if (counts.leftOut != 0) std::printf(", %lld left out", counts.leftOut);
     std::printf(", %lld unnamed, %lld on-board", counts.unnamed, counts.onBoard);
     if (counts.missing != 0) std::printf(", %lld not in the file", counts.missing);

@@ -1,6 +1,7 @@
 #include "explain/readPCINames.h"
 
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 
 #include "util/MyFileIO.h"
@@ -24,16 +25,20 @@ struct NamedID {
 };
 
 // Gives the vendor's name to the pairs with its ID.
-void nameVendor(const Pairs& pairs, const NamedID& vendor) {
-    for (Pair* pair : pairs)
-        if (pair->vendorID == vendor.id) pair->vendorName = vendor.name;
+void nameVendor(Pairs& pairs, const NamedID& vendor) {
+    if (vendor.id == kNoID) return;
+    const auto id = static_cast<std::uint16_t>(vendor.id);
+    const auto end = pairs.getAll().end();
+    for (auto pair = pairs.getAll().lower_bound({id, 0}); pair != end && pair->first.first == id;
+         ++pair)
+        pair->second.vendorName = vendor.name;
 }
 
 void nameDevice(Pairs& pairs, long vendorID, const NamedID& device) {
     if (vendorID == kNoID || device.id == kNoID) return;
-    if (Pair* pair =
-            pairs.find(static_cast<std::uint16_t>(vendorID), static_cast<std::uint16_t>(device.id)))
-        pair->deviceName = device.name;
+    const auto pair = pairs.getAll().find(
+        {static_cast<std::uint16_t>(vendorID), static_cast<std::uint16_t>(device.id)});
+    if (pair != pairs.getAll().end()) pair->second.deviceName = device.name;
 }
 }  // namespace
 

@@ -1,7 +1,11 @@
+#include <algorithm>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
+#include "common/Copy.h"
+#include "common/ProductCD.h"
 #include "common/command.h"
-#include "common/files.h"
 #include "common/printable.h"
 #include "explain/Machine.h"
 #include "explain/Overview.h"
@@ -17,13 +21,13 @@ namespace {
 constexpr const char* kUsage =
     "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE...\n"
     "Shows what slotrpt makes of each device entry of the detection file FILE, and why.\n"
-    "For several files, shows one row each.\n"
+    "For several files, shows one row each. If FILE is -, standard input is read.\n"
     "\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
     "  --pci-ids=LIST  with --missing, take the names of vendors and devices from LIST,\n"
     "                  not from the pci.ids of this system\n"
-    "  --help          print this text\n"
+    "  -h, --help      print this text\n"
     "  --version       print the version\n"
     "\n"
     "The environment variable RWCD names the root directory of the product CD.\n"
@@ -34,20 +38,36 @@ constexpr const char* kUsage =
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};
 
-// If the file has a fault, says that it cannot be read, and returns false.
-bool requireFine(const CString& path, const CString& fault) {
-    if (!fault.IsEmpty()) complainUnreadable(path, fault);
-    return fault.IsEmpty();
+// The CD of the run, and the system configuration file on it.
+struct Files {
+    ProductCD cd;
+    Configuration configuration{cd.getConfiguration().path};
+};
+
+// Reads the detection file into memory, as kDetectionCopy. Returns false, and says why, if it could
+// not be read.
+bool takeCopy(const CString& path, Copy& copy) {
+    copy = copyOperand(path);
+    if (!copy.isWhole()) complainUnreadable(path, copy.reason);
+    Copies::set(kDetectionCopy, std::exchange(copy.text, {}));
+    return copy.isWhole();
 }
-bool requireReadable(const CString& path) { return requireFine(path, whyUnreadable(path)); }
+
+// Returns false, and says why, if the machine cannot be explained.
+bool isExplained(const Machine& machine) {
+    const ProductCD::File* const broken = machine.getBrokenFile();
+    if (broken) complainUnreadable(broken->path, broken->copy.reason);
+    return !broken;
+}
 
 // ---------------------------------------------------------------- One machine, or several
 
-int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& warnings) {
-    if (!requireReadable(path)) return kCouldNotRun;
-    Machine machine(path, configuration);
-    if (!requireWhole(machine.fault)) return kCouldNotRun;
-    printMachine(machine, configuration.path);
+int explainOne(const CString& path, Files& files, Warnings& warnings) {
+    Copy copy;
+    if (!takeCopy(path, copy)) return kCouldNotRun;
+    Machine machine(path, copy, files.cd, files.configuration);
+    if (!isExplained(machine)) return kCouldNotRun;
+    printMachine(machine, files.configuration.path);
     warnings.print(machine.findings);
     warnings.printConfiguration();
     warnings.printSystemFile(machine.systemID);
@@ -57,19 +77,20 @@ int explainOne(const CString& path, ConfigurationFile& configuration, Warnings& 
 }
 
 // Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
-bool addMachine(const CString& path, ConfigurationFile& configuration, Overview& overview) {
-    if (!requireReadable(path)) return false;
-    const Machine machine(path, configuration);
-    if (!requireWhole(machine.fault)) return false;
+bool addMachine(const CString& path, Files& files, Overview& overview) {
+    Copy copy;
+    if (!takeCopy(path, copy)) return false;
+    const Machine machine(path, copy, files.cd, files.configuration);
+    if (!isExplained(machine)) return false;
     overview.add(machine);
     return true;
 }
 
-int explainSeveral(int count, char* paths[], ConfigurationFile& configuration, Warnings& warnings) {
+int explainSeveral(int count, char* paths[], Files& files, Warnings& warnings) {
     Overview overview;
     bool areAllRead = true;
     for (int i = 0; i != count; ++i)
-        areAllRead = addMachine(paths[i], configuration, overview) && areAllRead;
+        areAllRead = addMachine(paths[i], files, overview) && areAllRead;
     overview.print();
     warnings.printConfiguration();
     overview.printSystemFiles(warnings);
@@ -77,12 +98,10 @@ int explainSeveral(int count, char* paths[], ConfigurationFile& configuration, W
     return overview.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
 }
 
-int explainMachines(int count, char* paths[], ConfigurationFile& configuration) {
-    Warnings warnings(configuration.path);
-    if (!requireWhole(takeLoadFault())) return kCouldNotRun;
-    const int status = count == 1 ? explainOne(paths[0], configuration, warnings)
-                                  : explainSeveral(count, paths, configuration, warnings);
-    return requireWhole(takeLoadFault()) ? status : kCouldNotRun;
+int explainMachines(int count, char* paths[], Files& files) {
+    Warnings warnings(files.cd, files.configuration, stdout);
+    return count == 1 ? explainOne(paths[0], files, warnings)
+                      : explainSeveral(count, paths, files, warnings);
 }
 
 // ---------------------------------------------------------------- Lines for section PCIIDMap
@@ -91,8 +110,9 @@ void printPair(const Pair& pair) {
     std::printf("; %s, in %d file%s\n", classInWords(pair.classCode).c_str(), pair.fileCount,
                 pair.fileCount == 1 ? "" : "s");
     std::printf("; %s: %s", printable(pair.firstPath).c_str(), pair.positions.c_str());
-    if (pair.positionCount > CustomPCIDeviceList::kMaxPositions)
-        std::printf(" and %u more", pair.positionCount - CustomPCIDeviceList::kMaxPositions);
+    const std::size_t positions = pair.knownPositions.size();
+    if (positions > CustomPCIDeviceList::kMaxPositions)
+        std::printf(" and %zu more", positions - CustomPCIDeviceList::kMaxPositions);
     std::printf("\n");
     if (!pair.vendorName.IsEmpty()) {
         std::printf("; %s", printable(pair.vendorName).c_str());
@@ -102,49 +122,51 @@ void printPair(const Pair& pair) {
     std::printf(";%s = \n", pair.key.c_str());
 }
 
-// Prints the missing pairs, bridges last, with an empty line between two. Returns whether there are
-// any.
+// Prints the missing pairs, with an empty line between two. Returns whether there are any.
 bool printMissing(const Pairs& pairs) {
-    bool isAny = false;
-    for (const bool areBridges : {false, true}) {
-        for (const Pair* pair : pairs) {
-            if (!pair->isMissing || pair->isBridge() != areBridges) continue;
-            if (isAny) std::printf("\n");
-            isAny = true;
-            printPair(*pair);
-        }
+    const std::vector<const Pair*> missing = pairs.getMissing();
+    for (const Pair* pair : missing) {
+        if (pair != missing.front()) std::printf("\n");
+        printPair(*pair);
     }
-    return isAny;
+    return !missing.empty();
 }
 
-// Fills in the names from the given list. If none is given, takes the list of the system, if any.
-void fillInNames(Pairs& pairs, const CString& listPath) {
-    if (!listPath.IsEmpty()) {
-        readPCINames(pairs, listPath);
-        return;
+// The list of PCI IDs in memory.
+constexpr const char* kListCopy = "list of PCI IDs";
+
+// Reads the list of PCI IDs at `path` into memory. If `path` is "", takes the list of the system,
+// if any. Returns false, and says why, if the given list cannot be read.
+bool takeList(const CString& path) {
+    Copy list;
+    if (!path.IsEmpty()) {
+        list = copyOperand(path);
+        if (!list.isWhole()) complainUnreadable(path, list.reason);
+    } else {
+        for (const char* known : kPCILists)
+            if (list.text.empty()) list = copyFile(known);
     }
-    for (const char* path : kPCILists)
-        if (readPCINames(pairs, path)) return;
+    Copies::set(kListCopy, std::move(list.text));
+    return path.IsEmpty() || list.isWhole();
 }
 
 // Adds the pairs of the file. Returns false, and says why, if it cannot be read as it is meant: the
 // list has no warnings, so nothing else would say that it lacks the pairs of this file.
 bool addPairs(const CString& path, Pairs& pairs) {
-    if (!requireFine(path, faultOf(path))) return false;
-    const Entries entries(path);
-    if (!requireWhole(takeLoadFault())) return false;
-    pairs.add(path, entries);
-    return true;
+    Copy copy;
+    if (!takeCopy(path, copy)) return false;
+    if (!copy.mark.IsEmpty()) complainUnreadable(path, copy.mark);
+    if (copy.mark.IsEmpty()) pairs.add(path, DeviceEntries(kDetectionCopy));
+    return copy.mark.IsEmpty();
 }
 
-int listMissing(int count, char* paths[], ConfigurationFile& configuration,
-                const CString& listPath) {
-    if (!requireFine(configuration.path, whyMisread(configuration.path))) return kCouldNotRun;
-    if (!requireWhole(takeLoadFault())) return kCouldNotRun;
-    Pairs pairs(configuration.document);
+int listMissing(int count, char* paths[], Files& files) {
+    const ProductCD::File& file = files.cd.getConfiguration();
+    if (!file.copy.mark.IsEmpty()) return complainUnreadable(file.path, file.copy.mark);
+    Pairs pairs(files.configuration);
     bool areAllRead = true;
     for (int i = 0; i != count; ++i) areAllRead = addPairs(paths[i], pairs) && areAllRead;
-    fillInNames(pairs, listPath);
+    readPCINames(pairs, kListCopy);
     const bool isAnyMissing = printMissing(pairs);
     return !areAllRead ? kCouldNotRun : isAnyMissing ? kFindings : kFine;
 }
@@ -168,15 +190,16 @@ bool takeOption(int option, const char* value) {
 
 int explain(int count, char* paths[]) {
     if (count == 0) return rejectArguments();
-    if (!listPath.IsEmpty() && !requireReadable(listPath)) return kCouldNotRun;
-    const CString configurationPath = requireConfiguration();
-    if (configurationPath.IsEmpty()) return kCouldNotRun;
-    ConfigurationFile configuration(configurationPath);
-    return isMissingWanted ? listMissing(count, paths, configuration, listPath)
-                           : explainMachines(count, paths, configuration);
+    if (isMissingWanted && !takeList(listPath)) return kCouldNotRun;
+    Files files;
+    const ProductCD::File& file = files.cd.getConfiguration();
+    if (!file.copy.isWhole())
+        return complainUnreadable(file.path, file.copy.reason + "; " + describeRoot());
+    return isMissingWanted ? listMissing(count, paths, files)
+                           : explainMachines(count, paths, files);
 }
 
-constexpr Command kExplain = {"slotrpt-explain", kUsage, kOptions, takeOption, explain};
+constexpr Command kExplain = {"slotrpt-explain", kUsage, "h", kOptions, takeOption, explain};
 }  // namespace
 
 int main(int argc, char* argv[]) { return runCommand(kExplain, argc, argv); }

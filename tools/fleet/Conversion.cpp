@@ -1,27 +1,24 @@
 #include "fleet/Conversion.h"
 
-#include <strings.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
-#include "common/files.h"
 #include "common/printable.h"
-#include "inspect/inspect.h"
+#include "fleet/Inputs.h"
+#include "inspect/Document.h"
+#include "inspect/findLack.h"
 #include "pci/CustomPCIDeviceList.h"
-#include "util/IniFile.h"
 
 int slotrpt_main(int argc, char* argv[]);  // the main of the converter
 
 namespace {
-CString input;
-char* partialReport = nullptr;
-int output = -1;                      // its descriptor
-std::FILE* const kMessages = stderr;  // stays when a child replaces stderr
+std::FILE* const kMessages = stderr;  // stays when a process replaces stderr
 
 // On a terminal, the carriage return lets the line replace the progress.
 void say(const char* what, const CString& path, const CString& text) {
@@ -29,116 +26,127 @@ void say(const char* what, const CString& path, const CString& text) {
                  printable(path).c_str(), printable(text).c_str());
 }
 
-// Returns only if the reason is empty.
-void failIf(const CString& reason) {
-    if (reason.IsEmpty()) return;
-    fail(input, partialReport, reason);
-    _exit(kFailed);
+// Lets the converter print into the text. It uses stderr only to say that memory runs out, which
+// the exit status says, too. After that it calls exit(). Without the handler, those of the process
+// that has started this one would run.
+void redirectOutput(std::string& text) {
+    const auto append = [](void* report, const char* block, std::size_t size) {
+        static_cast<std::string*>(report)->append(block, size);
+        return static_cast<ssize_t>(size);
+    };
+    std::atexit([] { _exit(Conversion::kMemoryRanOut); });
+    stdout = CString::Required(fopencookie(&text, "w", {nullptr, append, nullptr, nullptr}));
+    stderr = CString::Required(fopencookie(nullptr, "w", {}));
 }
 
-void failToWrite() {
-    const char* const reason = std::strerror(errno);
-    failIf("cannot write " + reportPathOf(input) + ": " + reason);
+// Whether there is a file with this text at the path, and no link.
+bool hasText(const CString& path, const std::string& text) {
+    struct stat status;
+    if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    std::string found(text.size() + 1, '\0');  // + 1: a longer file is another one
+    const ssize_t length = read(descriptor, found.data(), found.size());
+    close(descriptor);
+    found.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+    return found == text;
 }
 
-void openReport() {
-    // A path that does not fit is cut, and mkstemp calls it invalid.
-    std::snprintf(partialReport, PATH_MAX, "%s.slotrpt-fleet.XXXXXX", folderOf(input).c_str());
-    output = mkstemp(partialReport);
-    if (output < 0 && errno == EINVAL) errno = ENAMETOOLONG;
-    if (output < 0) failToWrite();
-}
-
-// The first error ends the conversion. The converter would go on, and later blocks could fit again.
-ssize_t writeBlock(void*, const char* block, std::size_t size) {
-    for (std::size_t written = 0; written != size;) {
-        const ssize_t length = write(output, block + written, size - written);
-        if (length < 0) failToWrite();
+// Returns false if the system refuses a part of it, with its errno.
+bool writeAll(int descriptor, const std::string& text) {
+    for (std::size_t written = 0; written != text.size();) {
+        const ssize_t length = write(descriptor, text.data() + written, text.size() - written);
+        if (length < 0) return false;
         written += static_cast<std::size_t>(length);
     }
-    return static_cast<ssize_t>(size);
-}
-
-bool prepare() {
-    // The converter uses stderr only to say that memory runs out, and the parent says that.
-    stdout = stderr = fopencookie(nullptr, "w", {nullptr, writeBlock, nullptr, nullptr});
-    // After that it calls exit(). Without this handler, those of the parent would run.
-    return stdout && std::atexit([] { _exit(kWithoutMemory); }) == 0;
-}
-
-int runConverter() {
-    CString argument = "/rwpm:" + input;
-    char* argv[] = {nullptr, argument.c_str(), nullptr};
-    const int status = slotrpt_main(2, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) failToWrite();
-    return status;
-}
-
-void requireFromCD(const CString& path) {
-    const CString fault = faultOf(path);
-    if (!fault.IsEmpty()) failIf(path + ": " + fault);
-}
-
-// If a per-system file is there and cannot be opened, the converter takes the next one, or none.
-void requireSystemFile(const CString& systemID) {
-    CString paths[2];
-    const unsigned total = findSystemFiles(systemID, paths);
-    for (unsigned i = 0; i != total; ++i) requireFromCD(paths[i]);
-}
-
-CString describeAbsence() {
-    CIniFile detection(input);
-    if (!detection.GetFirstLine()) return "empty";
-    if (!detection.HasSection(CustomPCIDeviceList::kDeviceSection)) return "no section [PCI]";
-    return "no adapter has a name; see slotrpt-explain";
+    return true;
 }
 }  // namespace
 
-std::string_view stemOf(const char* path) {
-    const char* const slash = std::strrchr(path, '/');
-    std::string_view name = slash ? slash + 1 : path;
-    constexpr std::string_view kExtension = ".ini";
-    if (name.size() > kExtension.size() &&
-        strcasecmp(name.end() - kExtension.size(), kExtension.data()) == 0)
-        name.remove_suffix(kExtension.size());
-    return name;
+Conversion::Conversion(ProductCD& productCD, CIniFile& configurationFile,
+                       char (&partialPath)[PATH_MAX])
+    : cd(productCD),
+      configuration(configurationFile),
+      partial(partialPath),
+      // Clears the umask, too: a temporary file is the owner's, whatever the umask forbids.
+      mode(0666 & ~umask(0)) {
+    redirectOutput(report);
 }
 
-CString reportPathOf(const CString& path) {
-    const std::string_view stem = stemOf(path.c_str());
-    return path.Left(static_cast<int>(stem.end() - path.c_str())) + ".report";
+Result Conversion::convert(const CString& path) {
+    isChanged = false;
+    CString reason = identify(path);
+    if (reason.IsEmpty()) reason = checkSystemFiles();
+    if (reason.IsEmpty()) reason = runConverter();
+    if (reason.IsEmpty()) reason = saveReport(path);
+    if (!reason.IsEmpty()) {
+        fail(path, reason);
+        return {Outcome::kFailed};
+    }
+    const bool isUnknown = systemID == CustomPCIDeviceList::kUnknownSystem;
+    if (isUnknown)
+        say("unknown system", path,
+            machineType.IsEmpty() ? "no machine type" : "machine type " + machineType);
+    return {isChanged ? Outcome::kChanged : Outcome::kUnchanged, isUnknown};
 }
 
-CString folderOf(const CString& path) { return path.Left(path.ReverseFind("/") + 1); }
+// Reads the file and finds out its system. This and the next steps return why the file fails; "" if
+// it does not.
+CString Conversion::identify(const CString& path) {
+    Copy copy = copyFile(path);
+    if (!copy.getFault().IsEmpty()) return copy.getFault();
+    if (copy.text.empty()) return "empty";
+    Copies::set(kDetectionCopy, std::move(copy.text));
 
-void convert(const CString& path, char (&partial)[PATH_MAX]) {
-    static const bool isPrepared = prepare();
-    if (!isPrepared) _exit(kWithoutMemory);
-    // Clears the umask, too: it may forbid the owner to read the report, which is read below.
-    static const mode_t mode = 0666 & ~umask(0);
-    input = path;
-    partialReport = partial;
-    failIf(faultOf(input));
-    openReport();
-    const int status = runConverter();
-    CIniFile report(partial);
-    const CString systemID = report.ReadString("MACH", "SystemID");
-    failIf(takeLoadFault());
-    requireFromCD(CustomPCIDeviceList::getConfigurationPathName());
-    if (status != 0) failIf(describeAbsence());
-    requireSystemFile(systemID);
-    if (fchmod(output, mode) != 0 || close(output) != 0 ||
-        std::rename(partial, reportPathOf(input).c_str()) != 0)
-        failToWrite();
-    if (systemID != CustomPCIDeviceList::kUnknownSystem) return;
-    const CString machineType = report.ReadString(systemID, "MachTypeModelNumber");
-    say("unknown system", input,
-        machineType.IsEmpty() ? "no machine type" : "machine type " + machineType);
-    _exit(kOfUnknownSystem);
+    const Document detection(kDetectionCopy);
+    if (!detection.findSection(CustomPCIDeviceList::kDeviceSection)) return "no section [PCI]";
+    const Lack lack = findLack(detection, copy.endsInLine);
+    if (!lack.reason.IsEmpty()) return lack.reason;
+    CIniFile lines(kDetectionCopy);
+    machineType = CustomPCIDeviceList::getMachineType(lines);
+    systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
+    return "";
 }
 
-void fail(const CString& path, const char* partial, CString reason) {
-    unlink(partial);
+// If a per-system file is there and cannot be opened, the converter would take the next one, or
+// none.
+CString Conversion::checkSystemFiles() {
+    for (const ProductCD::File* file : cd.getSystemFiles(systemID))
+        if (!file->copy.getFault().IsEmpty()) return file->path + ": " + file->copy.getFault();
+    return "";
+}
+
+CString Conversion::runConverter() {
+    report.clear();
+    CString argument = CString("/rwpm:") + kDetectionCopy;
+    char* argv[] = {nullptr, argument.c_str(), nullptr};
+    const int status = slotrpt_main(2, argv);
+    std::fflush(stdout);
+    return status == 0 ? "" : "no adapter has a name; see slotrpt-explain";
+}
+
+CString Conversion::saveReport(const CString& path) {
+    const CString reportPath = reportPathOf(path);
+    if (hasText(reportPath, report)) return "";
+    isChanged = writeReport(reportPath);
+    const char* const reason = std::strerror(errno);
+    if (!isChanged) unlink(partial);
+    partial[0] = '\0';
+    return isChanged ? "" : "cannot write " + reportPath + ": " + reason;
+}
+
+// Returns false, with the errno, if the report is not in its place.
+bool Conversion::writeReport(const CString& path) {
+    // A path that does not fit is cut, and mkostemp calls it invalid.
+    std::snprintf(partial, PATH_MAX, "%s.slotrpt-fleet.XXXXXX", folderOf(path).c_str());
+    const int descriptor = mkostemp(partial, O_CLOEXEC);
+    if (descriptor < 0 && errno == EINVAL) errno = ENAMETOOLONG;
+    if (descriptor < 0) return false;
+    const bool isWritten = writeAll(descriptor, report) && fchmod(descriptor, mode) == 0;
+    const bool isClosed = close(descriptor) == 0;  // if so, the errno of the others stays
+    return isWritten && isClosed && std::rename(partial, path.c_str()) == 0;
+}
+
+void fail(const CString& path, CString reason) {
     const CString earlier = reportPathOf(path);
     struct stat status;
     const bool isFile = lstat(earlier.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);

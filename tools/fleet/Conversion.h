@@ -1,22 +1,60 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <climits>
-#include <string_view>
+#include <cstdio>
+#include <string>
 
+#include "common/ProductCD.h"
 #include "util/CString.h"
+#include "util/IniFile.h"
 
-/// The name of the report without ".report": x.ini gives x, any other name gives itself.
-std::string_view stemOf(const char* path);
-CString reportPathOf(const CString& path);
-CString folderOf(const CString& path);  ///< The path up to its last "/"; "" if there is none.
+/// What became of a detection file.
+enum class Outcome : unsigned char {
+    kNone,  ///< It was not converted: that of a new object.
+    kUnchanged,
+    kChanged,        ///< The report was written. That of an earlier run, if any, was different.
+    kFailed,         ///< It was named with the reason.
+    kWithoutMemory,  ///< It failed, but the process could not say so.
+};
 
-/// How a child process ends. It converts one file after the other, until it has to say something
-/// about one. If memory runs out, it cannot even say that.
-enum Ending { kDone, kFailed, kOfUnknownSystem, kWithoutMemory };
+/// A result that processes share.
+struct Result {
+    Outcome outcome = Outcome::kNone;
+    bool isOfUnknownSystem = false;  ///< Of a file that was converted.
+};
 
-/// In a child: converts the file. While the report is written, its path is in `partial`. Returns
-/// only if the report and all that it was made from are whole, and its system is known.
-void convert(const CString& path, char (&partial)[PATH_MAX]);
+/// Converts detection files, one after the other, in a process of its own. If memory runs out, the
+/// process ends with the status kMemoryRanOut.
+class Conversion {
+public:
+    static constexpr int kMemoryRanOut = 1;
 
-/// Says why the file failed, and removes its partial report and the one of an earlier run.
-void fail(const CString& path, const char* partial, CString reason);
+    /// While a report is written under a temporary name, that is in `partial`.
+    Conversion(ProductCD& cd, CIniFile& configuration, char (&partial)[PATH_MAX]);
+    Conversion(const Conversion&) = delete;
+    Conversion& operator=(const Conversion&) = delete;
+
+    /// Converts a file. Says on standard error why it failed, or that its system is unknown.
+    Result convert(const CString& path);
+
+private:
+    CString identify(const CString& path);
+    CString checkSystemFiles();
+    CString runConverter();
+    CString saveReport(const CString& path);
+    bool writeReport(const CString& path);
+
+    ProductCD& cd;
+    CIniFile& configuration;
+    char* const partial;
+    mode_t mode;         // of new reports
+    std::string report;  // what the converter has printed
+
+    CString machineType, systemID;  // those of the file at hand
+    bool isChanged = false;         // its report was written
+};
+
+/// Says why the file failed, and removes the report of an earlier run.
+void fail(const CString& path, CString reason);

@@ -5,11 +5,15 @@
 
 #include "common/printable.h"
 
-void Findings::print() {
+const std::vector<Findings::Finding>& Findings::getSorted() {
     // Stable: what is found in one line stays in the order in which it was found.
     std::stable_sort(items.begin(), items.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    return items;
+}
+
+void Findings::print(std::FILE* stream) {
     const CString file = printable(path);
-    for (const Finding& item : items)
-        std::printf("%s:%u: %s\n", file.c_str(), item.line, printable(item.text).c_str());
+    for (const Finding& item : getSorted())
+        std::fprintf(stream, "%s:%u: %s\n", file.c_str(), item.line, printable(item.text).c_str());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdio>
 #include <utility>
 #include <vector>
 
@@ -10,25 +10,26 @@
 ///
 ///     Findings findings(path);
 ///     findings.add(12, "section [X] is missing");
-///     findings.print();  // PATH:12: section [X] is missing
+///     findings.print(stdout);  // PATH:12: section [X] is missing
 class Findings {
 public:
     explicit Findings(CString file) : path(std::move(file)) {}
     Findings(const Findings&) = delete;
     Findings& operator=(const Findings&) = delete;
 
-    /// Lines are counted from 1.
-    void add(unsigned line, CString text) { items.push_back({line, std::move(text)}); }
-    std::size_t getCount() const { return items.size(); }
-    /// Prints one line for each on standard output, in the order of the lines of the file.
-    void print();
-
-private:
     struct Finding {
-        unsigned line = 0;
+        unsigned line = 0;  ///< Counted from 1.
         CString text;
     };
 
+    void add(unsigned line, CString text) { items.push_back({line, std::move(text)}); }
+    std::size_t getCount() const { return items.size(); }
+    /// All of them, in the order of the lines of the file.
+    const std::vector<Finding>& getSorted();
+    /// Prints one line for each, in the same order.
+    void print(std::FILE* stream);
+
+private:
     CString path;
     std::vector<Finding> items;
 };

@@ -65,8 +65,7 @@ bool KnownName::isMeantBy(std::string_view text) const {
     const std::string letters = lettersOf(isNumbered ? number.rest : text);
     // One letter is much of a short name: a file may have a section [PCIe] beside [PCI].
     constexpr std::size_t kShortest = 5;
-    if (known.size() < kShortest) return letters == known;
-    return isOneStepFrom(letters, known);
+    return known.size() < kShortest ? letters == known : isOneStepFrom(letters, known);
 }
 
 CString KnownName::correct(std::string_view text) const {

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "common/files.h"
 #include "inspect/KnownName.h"
 #include "pci/CustomPCIDeviceList.h"
 
@@ -71,7 +70,8 @@ void inspectSection(const Lines& lines, const KnownNames& keys, Findings& findin
 template <class KeysOf>
 void inspectSections(const Document& document, const KnownNames& sections, KeysOf keysOf,
                      Findings& findings) {
-    for (const Line& line : document.getLines()) {
+    const Lines lines = document.getLines();
+    for (const Line& line : lines) {
         if (!line.isHeader()) continue;
         const KnownNames keys = keysOf(line.name);
         if (keys.isEmpty()) {
@@ -98,19 +98,13 @@ KnownNames getDetectionKeys(const CString& section) {
     return keys;
 }
 
-bool isSystemAdapter(const CString& name) {
-    return std::any_of(std::begin(Inventory::kSystemAdapters), std::end(Inventory::kSystemAdapters),
-                       [&](const char* adapter) { return name.EqualsNoCase(adapter); });
-}
-
 // One section may serve a system and an adapter of the same name.
-KnownNames getConfigurationKeys(const CString& section, const Names& systems,
-                                const Names& adapters) {
+KnownNames getConfigurationKeys(const CString& section, const Configuration& configuration) {
     KnownNames keys;
     keys.isAnyName = section.EqualsNoCase(Inventory::kSystemMapSection) ||
                      section.EqualsNoCase(Inventory::kMapSection);
-    if (isSystem(systems, section)) keys.add(Inventory::kDirectoryKey, false);
-    if (adapters.find(section)) keys.add(Inventory::kTypeKey, false);
+    if (isSystem(configuration.systems, section)) keys.add(Inventory::kDirectoryKey, false);
+    if (configuration.mappedAdapters.find(section)) keys.add(Inventory::kTypeKey, false);
     if (isSystemAdapter(section)) keys.add(Inventory::kSystemsKey, false);
     return keys;
 }
@@ -122,15 +116,10 @@ void inspectType(const Line& type, Findings& findings) {
 }
 }  // namespace
 
-bool inspectFile(const CString& path, Findings& findings) {
-    const CString reason = whyUnreadable(path);
-    if (!reason.IsEmpty()) {
-        findings.add(1, "the file cannot be read: " + reason);
-        return false;
-    }
-    const CString mark = whyMisread(path);
-    if (mark.IsEmpty()) return true;
-    findings.add(1, "the file " + mark);
+bool inspectCopy(const Copy& copy, Findings& findings) {
+    if (copy.getFault().IsEmpty()) return true;
+    findings.add(
+        1, copy.isWhole() ? "the file " + copy.mark : "the file cannot be read: " + copy.reason);
     return false;
 }
 
@@ -138,19 +127,9 @@ bool isSystem(const Names& systems, const CString& name) {
     return systems.find(name) || name.EqualsNoCase(Inventory::kUnknownSystem);
 }
 
-unsigned findSystemFiles(const CString& systemID, CString (&paths)[2]) {
-    CustomPCIDeviceList inventory;
-    inventory.setSystemKeyword(systemID);
-    CString candidates[2];
-    if (!inventory.getSysINICandidates(candidates[0], candidates[1])) return 0;
-    const CString taken = inventory.getSysINIPathName();
-    unsigned count = 0;
-    for (const CString& path : candidates) {
-        if (isThere(path)) paths[count++] = path;
-        // The second path is not tried if the first one is taken. Both may be the same.
-        if (path == taken || candidates[0] == candidates[1]) break;
-    }
-    return count;
+bool isSystemAdapter(const CString& name) {
+    return std::any_of(std::begin(Inventory::kSystemAdapters), std::end(Inventory::kSystemAdapters),
+                       [&](const char* adapter) { return name.EqualsNoCase(adapter); });
 }
 
 void inspectDetectionFile(const Document& document, Findings& findings) {
@@ -158,23 +137,24 @@ void inspectDetectionFile(const Document& document, Findings& findings) {
                     getDetectionKeys, findings);
 }
 
-void inspectConfiguration(const Document& document, const Names& systems, const Names& adapters,
-                          Findings& findings) {
+void inspectConfiguration(const Configuration& configuration, Findings& findings) {
     const KnownNames sections = {Inventory::kSystemMapSection, Inventory::kMapSection,
                                  Inventory::kSystemAdapters[0], Inventory::kSystemAdapters[1],
                                  Inventory::kUnknownSystem};
+    const Document& document = configuration.document;
     inspectSections(
         document, sections,
-        [&](const CString& name) { return getConfigurationKeys(name, systems, adapters); },
-        findings);
+        [&](const CString& name) { return getConfigurationKeys(name, configuration); }, findings);
     for (const Line& line : document.getLines())
-        if (line.isHeader() && !line.isRepeated() && adapters.find(line.name))
+        if (line.isHeader() && !line.isRepeated() && configuration.mappedAdapters.find(line.name))
             if (const Line* type = document.findEntry(&line, Inventory::kTypeKey))
                 inspectType(*type, findings);
 }
 
-void inspectSystemFile(const Document& document, const Names& adapters, Findings& findings) {
+void inspectSystemFile(const Document& document, const Configuration& configuration,
+                       Findings& findings) {
     const KnownNames keys = {Inventory::kOnBoardKey};
+    const Names& adapters = configuration.mappedAdapters;
     inspectSections(
         document, {},
         [&](const CString& name) { return adapters.find(name) ? keys : KnownNames(); }, findings);

@@ -7,11 +7,12 @@
 
 /// One device entry of the detection file, or a gap: consecutive ones of which the file holds no
 /// key.
-struct Entry {
-    int first = 0;                           ///< Its number, or that of the first one in the gap.
-    int last = 0;                            ///< Its number, or that of the last one in the gap.
-    PCIDeviceItem* device = nullptr;         ///< What the file says; null in a gap.
-    const PCIDeviceItem* adapter = nullptr;  ///< The adapter in the report; null if there is none.
+struct DeviceEntry {
+    int first = 0;                    ///< Its number, or that of the first one in the gap.
+    int last = 0;                     ///< Its number, or that of the last one in the gap.
+    PCIDeviceItem* device = nullptr;  ///< What the file says; null in a gap.
+    /// Its adapter in the report, or that of the first one in the gap; null if there is none.
+    const PCIDeviceItem* adapter = nullptr;
     bool isLeftOut = false;  ///< Whether the CD gives its IDs an empty name, so it has no adapter.
 
     /// Whether the file gives it an ID other than 0.
@@ -20,23 +21,20 @@ struct Entry {
 };
 
 /// The device entries of a detection file, in order. It owns their devices.
-class Entries {
+class DeviceEntries {
 public:
-    explicit Entries(const CString& path);
-    ~Entries();
-    Entries(const Entries&) = delete;
-    Entries& operator=(const Entries&) = delete;
+    explicit DeviceEntries(const CString& path);
+    ~DeviceEntries();
+    DeviceEntries(const DeviceEntries&) = delete;
+    DeviceEntries& operator=(const DeviceEntries&) = delete;
 
     auto begin() { return entries.begin(); }
     auto end() { return entries.end(); }
     auto begin() const { return entries.begin(); }
     auto end() const { return entries.end(); }
     int getTotal() const { return total; }  ///< How many there are, gaps included. Never negative.
-    /// The smallest number of a device entry that is in the file but not below the total, or -1.
-    int getFirstBeyondTotal() const { return firstBeyondTotal; }
 
 private:
     int total = 0;
-    int firstBeyondTotal = -1;
-    std::vector<Entry> entries;
+    std::vector<DeviceEntry> entries;
 };

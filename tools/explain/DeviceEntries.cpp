@@ -1,17 +1,16 @@
-#include "explain/Entries.h"
+#include "explain/DeviceEntries.h"
 
 #include <algorithm>
 #include <utility>
 
-Entries::Entries(const CString& path) {
+DeviceEntries::DeviceEntries(const CString& path) {
     CustomPCIDeviceList reader;
     reader.setInputFile(path);
     reader.initialize(CustomPCIDeviceList::INIT_FROM_INPUT_FILE);
     total = std::max(0, reader.getTotalNumEntries());
-    firstBeyondTotal = reader.findEntry(total);
 
     for (int number = 0; PCIDeviceItem* device = reader.getNextPCIDevice();) {
-        Entry& entry = entries.emplace_back();
+        DeviceEntry& entry = entries.emplace_back();
         entry.first = entry.last = number;
         entry.device = device;
         if (!entry.hasIDs() && reader.findEntry(number) != number) {
@@ -23,6 +22,6 @@ Entries::Entries(const CString& path) {
     }
 }
 
-Entries::~Entries() {
-    for (const Entry& entry : entries) delete entry.device;
+DeviceEntries::~DeviceEntries() {
+    for (const DeviceEntry& entry : entries) delete entry.device;
 }

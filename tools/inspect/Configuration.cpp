@@ -1,0 +1,11 @@
+#include "inspect/Configuration.h"
+
+#include "pci/CustomPCIDeviceList.h"
+
+Configuration::Configuration(const CString& file)
+    : path(file),
+      document(file),
+      systems(document, CustomPCIDeviceList::kSystemMapSection, isAnyKey),
+      adapters(document, CustomPCIDeviceList::kMapSection, isAnyKey),
+      mappedAdapters(document, CustomPCIDeviceList::kMapSection, isDeviceID),
+      lines(file) {}
