@@ -12,6 +12,7 @@
 #include "explain/Pairs.h"
 #include "explain/Warnings.h"
 #include "explain/classInWords.h"
+#include "explain/printJSON.h"
 #include "explain/printMachine.h"
 #include "explain/readPCINames.h"
 #include "util/CString.h"
@@ -19,10 +20,11 @@
 
 namespace {
 constexpr const char* kUsage =
-    "usage: slotrpt-explain [--missing] [--pci-ids=LIST] FILE...\n"
+    "usage: slotrpt-explain [--json | --missing] [--pci-ids=LIST] FILE...\n"
     "Shows what slotrpt makes of each device entry of the detection file FILE, and why.\n"
     "For several files, shows one row each. If FILE is -, standard input is read.\n"
     "\n"
+    "  --json          print one JSON object for each FILE instead, each in one line\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
     "  --pci-ids=LIST  with --missing, take the names of vendors and devices from LIST,\n"
@@ -96,6 +98,28 @@ int explainSeveral(int count, char* paths[], Files& files, Warnings& warnings) {
     overview.printSystemFiles(warnings);
     if (!areAllRead) return kCouldNotRun;
     return overview.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
+}
+
+// Prints the machine as JSON. Returns kFine or kFindings; if it cannot be explained, says why and
+// returns kCouldNotRun.
+int printAsJSON(const CString& path, Files& files, Warnings& warnings) {
+    Copy copy;
+    if (!takeCopy(path, copy)) return kCouldNotRun;
+    Machine machine(path, copy, files.cd, files.configuration);
+    if (!isExplained(machine)) return kCouldNotRun;
+    printJSON(machine);
+    warnings.printSystemFile(machine.systemID);
+    return machine.counts.areComplete() && machine.findings.getCount() == 0 ? kFine : kFindings;
+}
+
+// What is wrong with the CD goes to standard error, so that the output is JSON alone.
+int printAllAsJSON(int count, char* paths[], Files& files) {
+    Warnings warnings(files.cd, files.configuration, stderr);
+    warnings.printConfiguration();
+    int status = kFine;
+    for (int i = 0; i != count; ++i)
+        status = std::max(status, printAsJSON(paths[i], files, warnings));
+    return warnings.getCount() == 0 ? status : std::max(status, kFindings);
 }
 
 int explainMachines(int count, char* paths[], Files& files) {
@@ -173,28 +197,31 @@ int listMissing(int count, char* paths[], Files& files) {
 
 // ---------------------------------------------------------------- The command
 
-constexpr option kOptions[] = {{"missing", no_argument, nullptr, 'm'},
+constexpr option kOptions[] = {{"json", no_argument, nullptr, 'J'},
+                               {"missing", no_argument, nullptr, 'm'},
                                {"pci-ids", required_argument, nullptr, 'p'},
                                kHelp,
                                kVersion,
                                {}};
 
-bool isMissingWanted = false;
+bool isMissingWanted = false, isJSONWanted = false;
 CString listPath;
 
 bool takeOption(int option, const char* value) {
     if (option == 'm') isMissingWanted = true;
+    if (option == 'J') isJSONWanted = true;
     if (option == 'p') listPath = value;
     return option != 'p' || *value != '\0';
 }
 
 int explain(int count, char* paths[]) {
-    if (count == 0) return rejectArguments();
+    if (count == 0 || (isMissingWanted && isJSONWanted)) return rejectArguments();
     if (isMissingWanted && !takeList(listPath)) return kCouldNotRun;
     Files files;
     const ProductCD::File& file = files.cd.getConfiguration();
     if (!file.copy.isWhole())
         return complainUnreadable(file.path, file.copy.reason + "; " + describeRoot());
+    if (isJSONWanted) return printAllAsJSON(count, paths, files);
     return isMissingWanted ? listMissing(count, paths, files)
                            : explainMachines(count, paths, files);
 }
