@@ -20,6 +20,11 @@ bool isReserved(const CString& name) {
                        [&](const char* reserved) { return name.EqualsNoCase(reserved); });
 }
 
+// Whether reports may list an adapter of this name that has no ID.
+bool isAdded(const CString& name) {
+    return name.EqualsNoCase(Inventory::kCDROMAdapter) || isSystemAdapter(name);
+}
+
 bool hasBracket(const CString& name) { return name.Find("]") >= 0; }
 
 // Whether the writer of a value took the text after a ";" for a comment.
@@ -42,6 +47,7 @@ constexpr NameRule kNameRules[] = {
 };
 constexpr NameRule kAdapterRules[] = {
     {hasComma, "has a comma in its name: commas divide lists"},
+    {isAdded, "has the name of an adapter that reports add"},
 };
 constexpr NameRule kSystemRules[] = {{hasNoUnderscore, "has no \"_\", so no per-system file"}};
 

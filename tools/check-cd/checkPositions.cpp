@@ -1,5 +1,9 @@
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <set>
 #include <string_view>
+#include <utility>
 
 #include "check-cd/checks.h"
 #include "pci/CustomPCIDeviceList.h"
@@ -15,29 +19,33 @@ std::string_view takePart(std::string_view& text, char separator) {
     return part;
 }
 
-// Whether this is a decimal number that a bus or a device can have.
-bool isNumber(std::string_view text) {
-    constexpr unsigned kLargest = 65535;
-    unsigned number = 0;
-    for (const char c : text) {
-        const auto digit = static_cast<unsigned>(c - '0');
-        if (digit > 9) return false;
-        number = std::min(10 * number + digit, kLargest + 1);
-    }
-    return !text.empty() && number <= kLargest;
+// The decimal number that is the whole text; -1 if it is none that a bus or a device can have.
+int numberOf(std::string_view text) {
+    std::uint16_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end ? number : -1;
 }
 
-bool isPosition(std::string_view text) {
-    return isNumber(takePart(text, ',')) && isNumber(CString::Trimmed(text));
-}
+bool hasLeadingZero(std::string_view number) { return number.size() > 1 && number[0] == '0'; }
 
-void checkPosition(std::string_view position, unsigned line, Findings& findings) {
-    CString text;
-    text.Assign(position);
-    if (text.IsEmpty())
-        findings.add(line, "empty position, which is device 0 on bus 0");
-    else if (!isPosition(position))
-        findings.add(line, "malformed position \"" + text + "\"");
+// The two numbers of a position, without blanks at their ends.
+struct Position {
+    std::string_view bus, device;
+
+    explicit Position(std::string_view text)
+        : bus(takePart(text, ',')), device(CString::Trimmed(text)) {}
+    bool hasLeadingZeros() const { return hasLeadingZero(bus) || hasLeadingZero(device); }
+    std::pair<int, int> getNumbers() const { return {numberOf(bus), numberOf(device)}; }
+};
+
+// `known` are the well-formed positions before this one.
+const char* findFault(std::string_view text, std::set<std::pair<int, int>>& known) {
+    const Position position(text);
+    const auto numbers = position.getNumbers();
+    if (numbers.first < 0 || numbers.second < 0) return "malformed position";
+    if (!known.insert(numbers).second) return "repeated position";
+    return position.hasLeadingZeros() ? "leading zeros in position" : nullptr;
 }
 
 void checkList(const Line& onBoard, Findings& findings) {
@@ -48,8 +56,15 @@ void checkList(const Line& onBoard, Findings& findings) {
         findings.add(onBoard.number, CString(total) + " positions, of which " +
                                          CString(Inventory::kMaxPositions) + " are read");
     std::string_view rest = all;
-    for (unsigned i = 0; i != total; ++i)
-        checkPosition(takePart(rest, ';'), onBoard.number, findings);
+    std::set<std::pair<int, int>> known;
+    for (unsigned i = 0; i != total; ++i) {
+        CString position;
+        position.Assign(takePart(rest, ';'));
+        if (position.IsEmpty())
+            findings.add(onBoard.number, "empty position, which is device 0 on bus 0");
+        else if (const char* fault = findFault(position.c_str(), known))
+            findings.add(onBoard.number, CString(fault) + " \"" + position + "\"");
+    }
 }
 }  // namespace
 

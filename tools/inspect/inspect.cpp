@@ -71,6 +71,8 @@ template <class KeysOf>
 void inspectSections(const Document& document, const KnownNames& sections, KeysOf keysOf,
                      Findings& findings) {
     const Lines lines = document.getLines();
+    if (lines.begin() != lines.end() && !lines.begin()->isHeader())
+        findings.add(lines.begin()->number, "lines above the first section header are never read");
     for (const Line& line : lines) {
         if (!line.isHeader()) continue;
         const KnownNames keys = keysOf(line.name);
