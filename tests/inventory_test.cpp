@@ -146,6 +146,16 @@ TEST(Inventory, KeepsItsItemsWhenScannedAgain) {
     EXPECT_NE(nullptr, list.getNextDeviceFromList());
 }
 
+TEST(Inventory, IsEmptyWithoutADetectionFile) {
+    CustomPCIDeviceList list;
+    EXPECT_TRUE(list.initialize(kFile));
+    EXPECT_TRUE(list.getNamedAdapters());
+    EXPECT_TRUE(list.labelOnBoardAdapters());
+    EXPECT_EQ(0, list.getTotalNumEntries());
+    EXPECT_EQ(-1, list.findEntry(0));
+    EXPECT_EQ(nullptr, list.getNextDeviceFromList());
+}
+
 TEST(Inventory, GroupsItsItemsOnceMore) {
     Inventory list(kNIC);
     EXPECT_TRUE(list.initialize(kFile | kName));
