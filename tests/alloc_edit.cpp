@@ -3,6 +3,8 @@
 // lines come and change, and prints it. The status is 2 if an edit was refused. If a rule is
 // broken, it is printed, and the status is 3.
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <new>
 
@@ -20,7 +22,10 @@ static int broken(const char* rule) {
 int main(int, char* argv[]) {
     // Made before the document is loaded: later, the pool would have room for the line, and no
     // allocation could fail.
+    const std::size_t used = mallinfo2().uordblks;
     delete new CIniFile::IniLineDef;
+    if (mallinfo2().uordblks != used)
+        return broken("with its last block, the pool frees all memory");
     const char* const text = CString::CreateCharString(1000);
     if (!text) return broken("CreateCharString() returns no null");
     delete[] text;
