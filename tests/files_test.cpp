@@ -49,17 +49,6 @@ TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
     }
 }
 
-TEST(Files, TellTheReadErrorOfTheOpenFile) {
-    const ScratchFolder folder;
-    char block[1];
-    CMyFileIO file(folder.path().c_str());
-    EXPECT_TRUE(file.Open());
-    EXPECT_EQ(0U, file.ReadBlock(block, 1));
-    EXPECT_EQ(EISDIR, file.GetReadError());
-    EXPECT_TRUE(file.OpenFile("/dev/null"));
-    EXPECT_EQ(0, file.GetReadError());
-}
-
 TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     const ScratchFolder folder;
     const CString dir = folder.path().c_str(), other = folder.file("other", "kept").c_str();

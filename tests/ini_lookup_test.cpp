@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include "support.h"
 #include "util/IniFile.h"
 
@@ -72,26 +70,6 @@ TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     for (const auto& [from, number] : kNext)
         EXPECT_EQ(number, next("K.7=\nL.3=\n", "S", from)) << "from " << from;
     EXPECT_EQ(-1, next("K.7=\n", "T", 0)) << "there is no such section";
-}
-
-TEST(IniLookup, TellsWhichFileWasNotReadWhole) {
-    const ScratchFolder folder;
-    const std::string pipe = folder.path("pipe"), loop = folder.path("loop");
-    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
-    std::filesystem::create_symlink("loop", loop);
-    const std::pair<std::string, int> kFaults[] = {
-        {folder.path(), EISDIR}, {pipe, 0}, {loop, ELOOP}, {"/proc/self/mem", EIO}};
-    CIniFile::TakeLoadFault();  // that of another test in this process
-    for (const auto& [path, error] : kFaults) {
-        SCOPED_TRACE(path);
-        CIniFile(path.c_str());
-        CIniFile("/dev/null");  // a later fault does not replace the first
-        const CIniFile::LoadFaultDef fault = CIniFile::TakeLoadFault();
-        EXPECT_EQ(path.c_str(), fault.sPath);
-        EXPECT_EQ(error, fault.nError);
-    }
-    for (const char* fine : {"", "none", "/proc/self/status"}) CIniFile{fine};
-    EXPECT_EQ("", CIniFile::TakeLoadFault().sPath);
 }
 
 TEST(IniLookup, AnswersFromMemoryAndWritesNothing) {

@@ -1,7 +1,6 @@
 #include "util/IniFile.h"
 
 #include <cctype>
-#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -297,29 +296,10 @@ bool CIniFile::WriteIniFile(CString path) {
 
 // ---------------------------------------------------------------- Loading
 
-CIniFile::LoadFaultDef CIniFile::s_loadFault;
-
-void CIniFile::noteFault(const CString& path, int error) {
-    if (!s_loadFault.sPath.IsEmpty()) return;
-    s_loadFault.sPath = path;
-    s_loadFault.nError = error;
-}
-
 bool CIniFile::ReadIniFile(CString path) {
-    if (CMyFileIO::IsEndless(path)) {
-        noteFault(path, 0);
-        return true;
-    }
+    if (CMyFileIO::IsEndless(path)) return true;
     CMyFileIO file;
-    errno = ENOENT;  // for an empty path: OpenFile() refuses it without setting errno
-    if (!file.OpenFile(path)) {
-        if (errno != ENOENT && errno != ENOTDIR) noteFault(path, errno);
-        return false;
-    }
-    const bool isStored = readLines(file);
-    if (!isStored) noteFault(path, ENOMEM);
-    if (file.GetReadError() != 0) noteFault(path, file.GetReadError());
-    return isStored;
+    return file.OpenFile(std::move(path)) && readLines(file);
 }
 
 // Reads the file block by block and takes the lines from the block. An unfinished line at the end

@@ -90,18 +90,6 @@ public:
     static LineKindDef DivideLine(CString line, CString& name, CString& value);
     bool Exists() const;  ///< Whether the file can be opened for reading at this moment.
 
-    // --- Loading ---
-
-    /// A file that is there, but was not read whole: it cannot be opened, a read failed, memory for
-    /// a line ran out, or it is a folder, a pipe or a device.
-    struct LoadFaultDef {
-        CString sPath;   ///< "" if there is no fault.
-        int nError = 0;  ///< The system's reason, an errno. 0 for a pipe or a device.
-    };
-    /// The first fault of this process since the last call. For those who must not take a shortened
-    /// document for a whole one. A missing file is not a fault.
-    static LoadFaultDef TakeLoadFault() { return std::exchange(s_loadFault, {}); }
-
     // --- Editing. Returns whether the edit was made. `bFlush` then writes the document. ---
 
     /// Sets an entry. If the section has the key, changes the first such entry. Otherwise adds the
@@ -159,9 +147,6 @@ public:
     void DeleteLines();  ///< Frees all lines. The document is then empty.
 
 private:
-    static LoadFaultDef s_loadFault;
-
-    static void noteFault(const CString& path, int error);
     bool readLines(CMyFileIO& file);
     bool append(std::string_view text);
     bool insert(IniLineDef* before, std::string_view text);

@@ -131,7 +131,6 @@ bool CMyFileIO::Open(CString mode) {
     m_pFile = openStream(m_sFileName, mode);
     m_bOpen = m_pFile != nullptr;
     m_bEOF = false;
-    m_nReadError = 0;
     return m_bOpen;
 }
 
@@ -183,7 +182,6 @@ unsigned CMyFileIO::ReadBlock(char* block, unsigned size) {
     while (kept == 0 && !m_bEOF) {
         const std::size_t length = std::fread(block, 1, size, m_pFile);
         m_bEOF = length < size;  // the end of the file, or an error
-        m_nReadError = std::ferror(m_pFile) ? errno : 0;
         kept = RemoveDropped(block, length);
     }
     return static_cast<unsigned>(kept);

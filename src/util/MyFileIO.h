@@ -53,8 +53,6 @@ public:
     /// the length of the text that `block` then begins with. 0 means the end of the file, a read
     /// error, a `size` of 0, or that no file is open.
     unsigned ReadBlock(char* block, unsigned size);
-    /// The errno of the read error that ReadBlock() took for the end of the file. 0 if none.
-    int GetReadError() const { return m_nReadError; }
     /// Whether a read has reached the end of the file, or no file is open. Still false when the
     /// last line was read with its line feed: only the next read reaches the end.
     bool IsEOF() const { return !m_bOpen || m_bEOF; }
@@ -122,7 +120,6 @@ private:
     bool m_bOpen = false;
     bool m_bEOF = true;            // a read has reached the end of the file; true in a new object
     bool m_bTemporary = false;     // the open file is deleted when it is closed
-    int m_nReadError = 0;          // the errno of the read error that was taken as the end
     std::FILE* m_pFile = nullptr;  // meaningful only while open
     CString m_sFileName;
 };
