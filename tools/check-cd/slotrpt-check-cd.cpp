@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstdlib>
 
 #include "check-cd/checks.h"
@@ -59,9 +58,10 @@ bool checkCD(ProductCD& cd) {
     checkSystemLists(configuration, findings);
     const auto files = findSystemFiles(cd, configuration.systems, findings);
     print(findings);
-    return std::all_of(files.begin(), files.end(), [&](const ProductCD::File* systemFile) {
-        return checkSystemFile(*systemFile, configuration);
-    });
+    bool areAllRead = true;
+    for (const ProductCD::File* systemFile : files)
+        areAllRead = checkSystemFile(*systemFile, configuration) && areAllRead;
+    return areAllRead;
 }
 
 bool takeNoOption(int, const char*) { return false; }

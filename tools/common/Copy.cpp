@@ -44,22 +44,23 @@ Copy refusedKind(mode_t mode) {
 
 bool isMissing(int error) { return error == ENOENT || error == ENOTDIR; }
 
-// Reads up to `size` bytes. Waits for them, also if the descriptor is set up not to wait.
-ssize_t readBlock(int descriptor, char* block, std::size_t size) {
+// Reads up to `size` bytes. If `mayWait`, waits for them, also if the descriptor is set up not to.
+ssize_t readBlock(int descriptor, bool mayWait, char* block, std::size_t size) {
     for (;;) {
         const ssize_t length = read(descriptor, block, size);
-        if (length >= 0 || (errno != EINTR && errno != EAGAIN)) return length;
+        const bool isTriedAgain = length < 0 && (errno == EINTR || (errno == EAGAIN && mayWait));
+        if (!isTriedAgain) return length;
         pollfd readable = {descriptor, POLLIN, 0};
         if (errno == EAGAIN) poll(&readable, 1, -1);
     }
 }
 
 // The carriage returns and NULs are left out block by block: a file may be a large hole.
-Copy readAll(int descriptor) {
+Copy readAll(int descriptor, bool mayWait) {
     Copy copy;
     std::string start;  // the first bytes
     char block[1 << 16];
-    while (const ssize_t length = readBlock(descriptor, block, sizeof block)) {
+    while (const ssize_t length = readBlock(descriptor, mayWait, block, sizeof block)) {
         if (length < 0) return refused(Copy::kBroken, std::strerror(errno));
         const auto size = static_cast<std::size_t>(length);
         if (start.size() < 4) start.append(block, std::min(size, 4 - start.size()));
@@ -73,15 +74,19 @@ Copy readAll(int descriptor) {
 Copy readRegular(int descriptor) {
     struct stat status;
     if (fstat(descriptor, &status) != 0) return refused(Copy::kBroken, std::strerror(errno));
-    return S_ISREG(status.st_mode) ? readAll(descriptor) : refusedKind(status.st_mode);
+    return S_ISREG(status.st_mode) ? readAll(descriptor, false) : refusedKind(status.st_mode);
 }
 
 Copy readDescriptor(int descriptor) {
+    // Where the caller gave none, the command may have opened one of its own, not for reading.
+    const int flags = fcntl(descriptor, F_GETFL);
+    if (flags >= 0 && ((flags & O_PATH) != 0 || (flags & O_ACCMODE) == O_WRONLY))
+        return refused(Copy::kNotOpened, std::strerror(EBADF));
     struct stat status;
     if (fstat(descriptor, &status) != 0) return refused(Copy::kNotOpened, std::strerror(errno));
     const mode_t mode = status.st_mode;
     const bool hasEnd = S_ISREG(mode) || S_ISFIFO(mode) || S_ISSOCK(mode) || isatty(descriptor);
-    return hasEnd ? readAll(descriptor) : refusedKind(mode);
+    return hasEnd ? readAll(descriptor, true) : refusedKind(mode);
 }
 
 // The descriptor that the path names; -1 if it names none.

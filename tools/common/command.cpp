@@ -54,6 +54,13 @@ int printVersion() {
     return kFine;
 }
 
+// Asks the system once more for its reason: that of the first refusal may be long gone.
+int complainUnwritten() {
+    const bool isTaken = write(STDOUT_FILENO, "\n", 1) == 1;
+    return complain(CString("cannot write: ") +
+                    (isTaken ? "a part was refused" : std::strerror(errno)));
+}
+
 // Takes the options and does the work. getopt_long itself reports an option that it does not know.
 int parseAndRun(int argc, char* argv[]) {
     CString name = running->name;
@@ -76,8 +83,7 @@ int runCommand(const Command& command, int argc, char* argv[]) {
     std::set_terminate(endByException);
     std::signal(SIGXFSZ, SIG_IGN);  // writing to a file at its size limit fails, as to a full disk
     int status = parseAndRun(argc, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        status = complain(CString("cannot write: ") + std::strerror(errno));
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) status = complainUnwritten();
     isFinished = true;
     return status;
 }

@@ -145,7 +145,7 @@ void printEntries(Machine& machine) {
 // Why the report has an adapter that no device entry gives it.
 CString describePresence(const CString& adapter, const CString& systemID) {
     for (const char* name : CustomPCIDeviceList::kSystemAdapters)
-        if (adapter == name) return "since Systems in [" + adapter + "] lists " + systemID;
+        if (adapter == name) return "since Systems in [" + adapter + "] contains " + systemID;
     return "as in every report";
 }
 

@@ -39,6 +39,11 @@ void redirectOutput(std::string& text) {
     stderr = CString::Required(fopencookie(nullptr, "w", {}));
 }
 
+// For the errno of removing a file. A folder is not removed like one.
+bool saysThatThereIsNoFile(int error) {
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == EISDIR;
+}
+
 // Whether there is a file with this text at the path, and no link.
 bool hasText(const CString& path, const std::string& text) {
     struct stat status;
@@ -148,9 +153,8 @@ bool Conversion::writeReport(const CString& path) {
 
 void fail(const CString& path, CString reason) {
     const CString earlier = reportPathOf(path);
-    struct stat status;
-    const bool isFile = lstat(earlier.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-    if (isFile && unlink(earlier.c_str()) != 0)
-        reason += "; cannot remove " + earlier + ": " + std::strerror(errno);
+    const int error = unlink(earlier.c_str()) == 0 ? 0 : errno;
+    if (error != 0 && !saysThatThereIsNoFile(error))
+        reason += "; cannot remove " + earlier + ": " + std::strerror(error);
     say("failed", path, reason);
 }

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <set>
 #include <tuple>
 
@@ -60,14 +61,20 @@ int listFolder(const CString& path, std::set<std::string>& names) {
 }
 
 void collectStrays(const CString& folder, const std::set<std::string>& names, Inputs& inputs) {
-    std::set<std::string_view> owners(names.begin(), names.end());
-    for (const std::string& name : names) owners.insert(stemOf(name.c_str()));
-    for (const std::string_view name : names) {
-        if (!isReport(name)) continue;
-        const bool hasOwner =
-            owners.count(name.substr(0, name.size() - kReportExtension.size())) != 0;
-        const CString path = folder + name.data();
-        if (!hasOwner && !isFolder(path)) inputs.strays.push_back(path);
+    // The names by those of their reports. From a directory, only x.ini is converted, but somebody
+    // may convert a file of another name by itself.
+    std::multimap<std::string_view, const char*> owners;
+    for (const std::string& name : names) {
+        owners.emplace(name, name.c_str());
+        owners.emplace(stemOf(name.c_str()), name.c_str());
+    }
+    for (const std::string& name : names) {
+        if (!isReport(name) || isFolder(folder + name.c_str())) continue;
+        const auto range = owners.equal_range(
+            std::string_view(name).substr(0, name.size() - kReportExtension.size()));
+        if (std::all_of(range.first, range.second,
+                        [&](const auto& owner) { return isFolder(folder + owner.second); }))
+            inputs.strays.push_back(folder + name.c_str());
     }
 }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iterator>
 #include <map>
+#include <string>
 #include <string_view>
 
 #include "inspect/KnownName.h"
@@ -45,23 +46,24 @@ std::size_t keyOf(const Line& line) {
     return static_cast<std::size_t>(found - std::begin(Inventory::kDeviceKeys));
 }
 
-// The number of the device entry that the key belongs to. Above INT_MAX, it belongs to none.
+// The number of the device entry that the key belongs to.
 long long numberOf(const Line& line) {
     return std::strtoll(std::strrchr(line.name.c_str(), '.') + 1, nullptr, 10);
 }
 
 // The device entries that are in the file, by their numbers.
-std::map<int, Keys> collectEntries(const Document& detection, const Line& section) {
-    std::map<int, Keys> entries;
+std::map<long long, Keys> collectEntries(const Document& detection, const Line& section) {
+    std::map<long long, Keys> entries;
     for (const Line& line : detection.getLines(section)) {
         const std::size_t key = line.isEntry() && !line.isRepeated() ? keyOf(line) : kKeyCount;
-        if (key != kKeyCount && numberOf(line) <= INT_MAX)
-            entries[static_cast<int>(numberOf(line))][key] = &line;
+        if (key != kKeyCount) entries[numberOf(line)][key] = &line;
     }
     return entries;
 }
 
-CString describe(int entry) { return "device entry " + CString(entry) + " "; }
+CString describe(long long entry) {
+    return ("device entry " + std::to_string(entry) + " ").c_str();
+}
 
 // The line of the first key that the device entry has.
 unsigned lineOf(const Keys& keys) {
@@ -78,7 +80,7 @@ bool isNumber(const char* text) {
     return std::isdigit(static_cast<unsigned char>(*text)) != 0;
 }
 
-Lack findLackOfTotal(const std::map<int, Keys>& entries, const Line& line) {
+Lack findLackOfTotal(const std::map<long long, Keys>& entries, const Line& line) {
     const int total = std::max(0, line.value.ToInt());
     const auto beyond = entries.lower_bound(total);
     const int missing = total - static_cast<int>(std::distance(entries.begin(), beyond));
@@ -93,7 +95,7 @@ Lack findLackOfTotal(const std::map<int, Keys>& entries, const Line& line) {
 
 // Calls the function with each key of each device entry, up to the first lack that it returns.
 template <class Find>
-Lack findInEntries(const std::map<int, Keys>& entries, Find find) {
+Lack findInEntries(const std::map<long long, Keys>& entries, Find find) {
     for (const auto& [number, keys] : entries) {
         for (std::size_t key = 0; key != kKeyCount; ++key) {
             const Lack lack = find(number, keys, key);
@@ -103,20 +105,20 @@ Lack findInEntries(const std::map<int, Keys>& entries, Find find) {
     return {};
 }
 
-Lack findMissingKey(const std::map<int, Keys>& entries) {
+Lack findMissingKey(const std::map<long long, Keys>& entries) {
     bool isOwed[kKeyCount];
     for (std::size_t key = 0; key != kKeyCount; ++key)
         isOwed[key] = isNeeded(key) || std::any_of(entries.begin(), entries.end(),
                                                    [&](auto& e) { return e.second[key]; });
-    return findInEntries(entries, [&](int number, const Keys& keys, std::size_t key) -> Lack {
+    return findInEntries(entries, [&](long long number, const Keys& keys, std::size_t key) -> Lack {
         if (keys[key] || !isOwed[key]) return {};
         return {describe(number) + "has no " + Inventory::kDeviceKeys[key].name, lineOf(keys)};
     });
 }
 
 // `cut` is the last line of the file if it has no line end; otherwise 0.
-Lack findBrokenNumber(const std::map<int, Keys>& entries, unsigned cut) {
-    return findInEntries(entries, [&](int number, const Keys& keys, std::size_t key) -> Lack {
+Lack findBrokenNumber(const std::map<long long, Keys>& entries, unsigned cut) {
+    return findInEntries(entries, [&](long long number, const Keys& keys, std::size_t key) -> Lack {
         const Line* const line = keys[key];
         if (!line || !isShown(key)) return {};
         const CString name = Inventory::kDeviceKeys[key].name;
@@ -133,11 +135,13 @@ Lack findLack(const Document& detection, bool endsInLine) {
     const Line* const total = detection.findEntry(section, Inventory::kTotalKey);
     if (!total || !isNumber(total->value.c_str()))
         return {CString("no ") + Inventory::kTotalKey, total ? total->number : section->number};
-    const std::map<int, Keys> entries = collectEntries(detection, *section);
+    const std::map<long long, Keys> entries = collectEntries(detection, *section);
     Lack lack = findLackOfTotal(entries, *total);
     if (lack.reason.IsEmpty()) lack = findMissingKey(entries);
-    if (lack.reason.IsEmpty())
-        lack = findBrokenNumber(entries, endsInLine ? detection.getLineCount() : 0);
+    const unsigned cut = endsInLine ? detection.getLineCount() : 0;
+    if (lack.reason.IsEmpty()) lack = findBrokenNumber(entries, cut);
+    if (lack.reason.IsEmpty() && total->number == cut)
+        lack = {CString("the file ends in the middle of ") + Inventory::kTotalKey, cut};
     return lack;
 }
 

@@ -15,7 +15,8 @@ struct Lack {
 /// - device entries below the total are not in the file;
 /// - one that is in the file is not below the total;
 /// - a device entry lacks a key that every one needs, or that another one has;
-/// - a number that a report shows has no digits, or is cut: it stands in the last line, and
+/// - a number that a report shows, or the total, has no digits, or is cut: it stands in the last
+/// line, and
 ///   `endsInLine` says that this line has no line end.
 ///
 /// Lost lines of section System cannot be noticed: no key there is owed.
