@@ -62,7 +62,9 @@ std::map<long long, Keys> collectEntries(const Document& detection, const Line& 
 }
 
 CString describe(long long entry) {
-    return ("device entry " + std::to_string(entry) + " ").c_str();
+    CString text;
+    text.Assign("device entry " + std::to_string(entry) + " ");
+    return text;
 }
 
 // The line of the first key that the device entry has.
