@@ -12,7 +12,7 @@
 /// standard output, an empty line stands before the first one.
 class Warnings {
 public:
-    Warnings(ProductCD& cd, const Configuration& configuration, std::FILE* stream);
+    Warnings(ProductCD& productCD, const Configuration& systemConfiguration, std::FILE* output);
 
     void print(Findings& findings);  ///< Of any file.
     void printConfiguration();       ///< Of the system configuration file.

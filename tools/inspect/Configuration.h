@@ -7,7 +7,7 @@
 
 /// The system configuration file of the CD, and the names in its maps.
 struct Configuration {
-    explicit Configuration(const CString& path);
+    explicit Configuration(const CString& file);
     Configuration(const Configuration&) = delete;
     Configuration& operator=(const Configuration&) = delete;
 
