@@ -126,8 +126,7 @@ void printAdapter(const PCIDeviceItem& item, int function) {
     if (item.count > 1) std::printf("Count = %d\n", item.count);
     std::printf("Type = %s\nBusN = %d\nDevN = %d\nFunN = %d\n", item.adapterType.c_str(),
                 item.busNumber, item.deviceNumber, function);
-    if (item.onBoard.IsSubstring(CustomPCIDeviceList::kOnBoard))
-        printLine("On-Board", item.onBoard);
+    if (item.onBoard.IsSubstring(Inventory::kOnBoard)) printLine("On-Board", item.onBoard);
     std::printf("SubSysID = %.4hX%.4hX\nPCIID = %.4hX%.4hX\n", item.subVendorID, item.subDeviceID,
                 item.vendorID, item.deviceID);
 }

@@ -24,9 +24,8 @@ public:
     ProductCD& operator=(const ProductCD&) = delete;
 
     const File& getConfiguration() const { return *configuration; }
-    /// The per-system files that the inventory finds for a system, and reads them if they were not
-    /// read before: first those that it cannot open, then the one that it takes, if any. None of
-    /// them is absent.
+    /// Returns the per-system files that the inventory finds for a system. Reads those that were
+    /// not read before. First come those that it cannot open, then the one that it takes, if any.
     std::vector<const File*> getSystemFiles(const CString& systemID);
 
 private:

@@ -56,7 +56,7 @@ bool takeCopy(const CString& path, Copy& copy) {
 }
 
 // Returns false, and says why, if the machine cannot be explained.
-bool isExplained(const Machine& machine) {
+bool requireExplained(const Machine& machine) {
     const ProductCD::File* const broken = machine.getBrokenFile();
     if (broken) complainUnreadable(broken->path, broken->copy.reason);
     return !broken;
@@ -68,7 +68,7 @@ int explainOne(const CString& path, Files& files, Warnings& warnings) {
     Copy copy;
     if (!takeCopy(path, copy)) return kCouldNotRun;
     Machine machine(path, copy, files.cd, files.configuration);
-    if (!isExplained(machine)) return kCouldNotRun;
+    if (!requireExplained(machine)) return kCouldNotRun;
     printMachine(machine, files.configuration.path);
     warnings.print(machine.findings);
     warnings.printConfiguration();
@@ -83,7 +83,7 @@ bool addMachine(const CString& path, Files& files, Overview& overview) {
     Copy copy;
     if (!takeCopy(path, copy)) return false;
     const Machine machine(path, copy, files.cd, files.configuration);
-    if (!isExplained(machine)) return false;
+    if (!requireExplained(machine)) return false;
     overview.add(machine);
     return true;
 }
@@ -106,7 +106,7 @@ int printAsJSON(const CString& path, Files& files, Warnings& warnings) {
     Copy copy;
     if (!takeCopy(path, copy)) return kCouldNotRun;
     Machine machine(path, copy, files.cd, files.configuration);
-    if (!isExplained(machine)) return kCouldNotRun;
+    if (!requireExplained(machine)) return kCouldNotRun;
     printJSON(machine);
     warnings.printSystemFile(machine.systemID);
     return machine.counts.areComplete() && machine.findings.getCount() == 0 ? kFine : kFindings;
@@ -163,12 +163,13 @@ constexpr const char* kListCopy = "list of PCI IDs";
 // if any. Returns false, and says why, if the given list cannot be read.
 bool takeList(const CString& path) {
     Copy list;
+    list.state = Copy::kAbsent;
     if (!path.IsEmpty()) {
         list = copyOperand(path);
         if (!list.isWhole()) complainUnreadable(path, list.reason);
     } else {
         for (const char* known : kPCILists)
-            if (list.text.empty()) list = copyFile(known);
+            if (!list.isWhole()) list = copyFile(known);
     }
     Copies::set(kListCopy, std::move(list.text));
     return path.IsEmpty() || list.isWhole();

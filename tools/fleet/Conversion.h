@@ -31,7 +31,8 @@ class Conversion {
 public:
     static constexpr int kMemoryRanOut = 1;
 
-    /// While a report is written under a temporary name, that is in `partial`.
+    /// Takes over the process: its stdout, stderr, umask and exit handlers. While a report is
+    /// written under a temporary name, that is in `partial`.
     Conversion(ProductCD& cd, CIniFile& configuration, char (&partial)[PATH_MAX]);
     Conversion(const Conversion&) = delete;
     Conversion& operator=(const Conversion&) = delete;

@@ -7,7 +7,7 @@
 /// Why a detection file cannot be complete.
 struct Lack {
     CString reason;     ///< "" if nothing shows that it is not.
-    unsigned line = 0;  ///< Where that shows.
+    unsigned line = 0;  ///< Where that shows; 0 if nothing does.
 };
 
 /// Looks for the first of these in section PCI, if there is one:

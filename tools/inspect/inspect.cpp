@@ -140,9 +140,9 @@ void inspectDetectionFile(const Document& document, Findings& findings) {
 }
 
 void inspectConfiguration(const Configuration& configuration, Findings& findings) {
-    const KnownNames sections = {Inventory::kSystemMapSection, Inventory::kMapSection,
-                                 Inventory::kSystemAdapters[0], Inventory::kSystemAdapters[1],
-                                 Inventory::kUnknownSystem};
+    KnownNames sections = {Inventory::kSystemMapSection, Inventory::kMapSection,
+                           Inventory::kUnknownSystem};
+    for (const char* adapter : Inventory::kSystemAdapters) sections.add(adapter, false);
     const Document& document = configuration.document;
     inspectSections(
         document, sections,

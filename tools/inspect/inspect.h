@@ -36,8 +36,8 @@ bool isSystemAdapter(const CString& name);
 
 void inspectDetectionFile(const Document& document, Findings& findings);
 
-/// The sections of adapters are those of names that a well-formed ID is mapped to: other names get
-/// into no report. So they are in a per-system file.
+/// A section is an adapter's only if a well-formed ID is mapped to its name: other names get into
+/// no report. The same holds in a per-system file.
 void inspectConfiguration(const Configuration& configuration, Findings& findings);
 
 /// For a per-system file.
