@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "common/command.h"
 #include "pci/CustomPCIDeviceList.h"
 
 namespace {
@@ -63,8 +64,16 @@ std::vector<const ProductCD::File*> ProductCD::getSystemFiles(const CString& sys
     return found;
 }
 
+bool requireConfiguration(const ProductCD& cd) {
+    const ProductCD::File& file = cd.getConfiguration();
+    if (!file.copy.isWhole())
+        complainUnreadable(file.path, file.copy.reason + "; " + describeRoot());
+    return file.copy.isWhole();
+}
+
 CString describeRoot() {
-    const char* root = std::getenv(CustomPCIDeviceList::kCDRootVariable);
-    if (!root) return "RWCD is not set";
-    return CString("RWCD is ") + (*root ? root : "empty");
+    const CString variable = CustomPCIDeviceList::kCDRootVariable;
+    const char* root = std::getenv(variable.c_str());
+    if (!root) return variable + " is not set";
+    return variable + " is " + (*root ? root : "empty");
 }

@@ -36,5 +36,8 @@ private:
     const File* configuration = nullptr;
 };
 
+/// If the system configuration file could not be read, says so with complain() and returns false.
+bool requireConfiguration(const ProductCD& cd);
+
 /// "RWCD is " and its value, "RWCD is empty" or "RWCD is not set".
 CString describeRoot();

@@ -25,12 +25,16 @@ bool isOnBoard(const PCIDevice& adapter) {
 
 namespace {
 // The adapters that a report of the system has whatever its inventory holds.
-CString getAddedAdapters(const CString& configurationPath, const CString& systemID) {
+std::vector<CString> getAddedAdapters(const CString& configurationPath, const CString& systemID) {
     CustomPCIDeviceList nothing;
     nothing.setMapFileLocation(configurationPath);
     nothing.setSystemKeyword(systemID);
     nothing.sortDevicesByType();
-    return nothing.getAllDevices();
+    std::vector<CString> added;
+    CString names = nothing.getAllDevices();
+    for (CString name = names.StrTok(","); !name.IsEmpty(); name = names.StrTok())
+        added.push_back(name);
+    return added;
 }
 }  // namespace
 
@@ -47,12 +51,16 @@ Machine::Machine(const CString& detectionPath, const Copy& copy, ProductCD& cd,
     positions.ReadIniFile(inventory.getSysINIPathName());
     counts.entries = entries.getTotal();
     for (DeviceEntry& entry : entries) label(entry);
+    // Nothing is added to a report that there is not.
+    if (counts.named != 0) addedAdapters = getAddedAdapters(configuration.path, systemID);
 }
 
 CString Machine::getSystemPath() const {
     const bool isRead = !systemFiles.empty() && systemFiles.back()->copy.isWhole();
     return isRead ? systemFiles.back()->path : "";
 }
+
+bool Machine::isFine() const { return counts.areComplete() && findings.getCount() == 0; }
 
 const ProductCD::File* Machine::getBrokenFile() const {
     for (const ProductCD::File* file : systemFiles)
@@ -76,7 +84,6 @@ void Machine::identify(ProductCD& cd) {
                                         CustomPCIDeviceList::kSerialNumberKey);
     systemID = CustomPCIDeviceList::getSystemID(configuration.lines, machineType);
     directory = configuration.lines.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
-    addedAdapters = getAddedAdapters(configuration.path, systemID);
     systemFiles = cd.getSystemFiles(systemID);
 }
 
@@ -95,11 +102,8 @@ void Machine::takeInventory() {
 // either each of them has an adapter or none has.
 void Machine::label(DeviceEntry& entry) {
     while (nextAdapter && nextAdapter->entryNumber <= entry.last) takeAdapter(entry);
-    CString line;
-    entry.isLeftOut =
-        !entry.adapter && entry.hasIDs() &&
-        configuration.lines.FindItem(CustomPCIDeviceList::kMapSection,
-                                     inventory.getDeviceINIFileEntry(entry.device), line);
+    entry.isLeftOut = !entry.adapter && entry.hasIDs() &&
+                      configuration.hasID(inventory.getDeviceINIFileEntry(entry.device));
     long long& count = entry.adapter     ? counts.named
                        : entry.isLeftOut ? counts.leftOut
                        : entry.device    ? counts.unnamed

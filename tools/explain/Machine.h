@@ -46,12 +46,13 @@ public:
     CString systemID;
     CString directory;  ///< "" if the CD gives the system none.
     DeviceEntries entries;
-    CString addedAdapters;  ///< Those of the report that have no device entry, joined by ",".
+    std::vector<CString> addedAdapters;  ///< Those of the report that have no device entry.
     CustomPCIDeviceList inventory;
     std::vector<const ProductCD::File*> systemFiles;  ///< As ProductCD gives them.
     CIniFile positions;                               ///< The per-system file.
     Counts counts;
 
+    bool isFine() const;  ///< Whether it is complete and has no warning.
     /// The path of the per-system file that is read; "" if none is.
     CString getSystemPath() const;
     /// The per-system file that could not be read to its end: then nothing else here counts. Null

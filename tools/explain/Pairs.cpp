@@ -17,9 +17,7 @@ Pair& Pairs::get(const PCIDeviceItem& device) {
     if (!isNew) return pair;
     pair.classCode = device.classCode;
     pair.key = CustomPCIDeviceList().getDeviceINIFileEntry(&device);
-    const Document& document = configuration.document;
-    pair.isMissing =
-        !document.findEntry(document.findSection(CustomPCIDeviceList::kMapSection), pair.key);
+    pair.isMissing = !configuration.hasID(pair.key);
     found.push_back(&pair);
     return pair;
 }

@@ -58,15 +58,6 @@ Json describe(const Counts& counts) {
     return {{"entries", counts.entries}, {"named", counts.named},    {"left_out", counts.leftOut},
             {"unnamed", counts.unnamed}, {"absent", counts.missing}, {"on_board", counts.onBoard}};
 }
-
-// Nothing is added to a report that there is not.
-Json listAdded(const Machine& machine) {
-    Json added = Json::array();
-    CString names = machine.counts.named == 0 ? "" : machine.addedAdapters;
-    for (CString name = names.StrTok(","); !name.IsEmpty(); name = names.StrTok())
-        added.push_back(text(name));
-    return added;
-}
 }  // namespace
 
 void printJSON(Machine& machine) {
@@ -80,7 +71,8 @@ void printJSON(Machine& machine) {
     object.update(describe(machine.counts));
     object["devices"] = Json::array();
     for (const DeviceEntry& entry : machine.entries) object["devices"].push_back(describe(entry));
-    object["added"] = listAdded(machine);
+    object["added"] = Json::array();
+    for (const CString& name : machine.addedAdapters) object["added"].push_back(text(name));
     object["warnings"] = Json::array();
     for (const Findings::Finding& warning : machine.findings.getSorted())
         object["warnings"].push_back({{"line", warning.line}, {"text", text(warning.text)}});

@@ -144,9 +144,8 @@ void printEntries(Machine& machine) {
 
 // Why the report has an adapter that no device entry gives it.
 CString describePresence(const CString& adapter, const CString& systemID) {
-    for (const char* name : CustomPCIDeviceList::kSystemAdapters)
-        if (adapter == name) return "since Systems in [" + adapter + "] contains " + systemID;
-    return "as in every report";
+    return isSystemAdapter(adapter) ? "since Systems in [" + adapter + "] contains " + systemID
+                                    : "as in every report";
 }
 
 void printAddedAdapters(const Machine& machine) {
@@ -155,8 +154,7 @@ void printAddedAdapters(const Machine& machine) {
         std::printf("There is no report, since no device entry has a name.\n");
         return;
     }
-    CString names = machine.addedAdapters;
-    for (CString name = names.StrTok(","); !name.IsEmpty(); name = names.StrTok())
+    for (const CString& name : machine.addedAdapters)
         std::printf("In the report without a device entry: %s, %s\n", name.c_str(),
                     printable(describePresence(name, machine.systemID)).c_str());
 }

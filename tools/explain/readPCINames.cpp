@@ -44,9 +44,9 @@ void nameDevice(Pairs& pairs, long vendorID, const NamedID& device) {
 
 // A vendor has a line of its own, and its devices stand below it, each after one tab. Lines after
 // two tabs are subsystems, and lines of another kind begin the list of classes.
-bool readPCINames(Pairs& pairs, const CString& path) {
+void readPCINames(Pairs& pairs, const CString& path) {
     CMyFileIO file;
-    if (!file.OpenFile(path)) return false;
+    file.OpenFile(path);
     long vendorID = kNoID;
     for (CString line; file.ReadString(line);) {
         line.TrimRight(CString::kBlanks);
@@ -59,5 +59,4 @@ bool readPCINames(Pairs& pairs, const CString& path) {
             vendorID = vendor.id;
         }
     }
-    return true;
 }

@@ -4,5 +4,5 @@
 #include "util/CString.h"
 
 /// Fills in the vendor and device names of the pairs. The names come from the list of PCI IDs at
-/// `path`, a file in the form of "pci.ids". Returns whether the file could be opened.
-bool readPCINames(Pairs& pairs, const CString& path);
+/// `path`, a file in the form of "pci.ids".
+void readPCINames(Pairs& pairs, const CString& path);

@@ -16,7 +16,6 @@
 #include "explain/printMachine.h"
 #include "explain/readPCINames.h"
 #include "util/CString.h"
-#include "util/IniFile.h"
 
 namespace {
 constexpr const char* kUsage =
@@ -109,7 +108,7 @@ int printAsJSON(const CString& path, Files& files, Warnings& warnings) {
     if (!requireExplained(machine)) return kCouldNotRun;
     printJSON(machine);
     warnings.printSystemFile(machine.systemID);
-    return machine.counts.areComplete() && machine.findings.getCount() == 0 ? kFine : kFindings;
+    return machine.isFine() ? kFine : kFindings;
 }
 
 // What is wrong with the CD goes to standard error, so that the output is JSON alone.
@@ -219,9 +218,7 @@ int explain(int count, char* paths[]) {
     if (count == 0 || (isMissingWanted && isJSONWanted)) return rejectArguments();
     if (isMissingWanted && !takeList(listPath)) return kCouldNotRun;
     Files files;
-    const ProductCD::File& file = files.cd.getConfiguration();
-    if (!file.copy.isWhole())
-        return complainUnreadable(file.path, file.copy.reason + "; " + describeRoot());
+    if (!requireConfiguration(files.cd)) return kCouldNotRun;
     if (isJSONWanted) return printAllAsJSON(count, paths, files);
     return isMissingWanted ? listMissing(count, paths, files)
                            : explainMachines(count, paths, files);

@@ -42,8 +42,7 @@ std::size_t countProcessors() {
     return static_cast<std::size_t>(std::clamp(sysconf(_SC_NPROCESSORS_ONLN), 1L, most));
 }
 
-// Reads the per-system files of all systems, so that all reports are of one CD. A run over one file
-// reads only those of its system: on an optical disc, each file costs a seek.
+// Reads the per-system files of all systems, so that all reports are of one CD.
 void readSystemFiles(ProductCD& cd, const Configuration& configuration) {
     for (const Line* system : configuration.systems) cd.getSystemFiles(system->value);
     cd.getSystemFiles(CustomPCIDeviceList::kUnknownSystem);
@@ -77,13 +76,13 @@ int summarize(const Inputs& inputs, Run& run) {
 int convert(int count, char* operands[]) {
     if (count == 0) return rejectArguments();
     ProductCD cd;
+    if (!requireConfiguration(cd)) return kCouldNotRun;
     const ProductCD::File& file = cd.getConfiguration();
-    if (!file.copy.isWhole())
-        return complainUnreadable(file.path, file.copy.reason + "; " + describeRoot());
     if (!file.copy.mark.IsEmpty()) return complainUnreadable(file.path, file.copy.mark);
     Inputs inputs;
     if (collectInputs(operands, inputs) != kFine) return kCouldNotRun;
     Configuration configuration(file.path);
+    // A run over one file reads only those of its system: on an optical disc, each costs a seek.
     if (inputs.files.size() > 1) readSystemFiles(cd, configuration);
 
     Run run(inputs.files, jobCount == 0 ? countProcessors() : jobCount, cd, configuration.lines);

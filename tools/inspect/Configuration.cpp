@@ -9,3 +9,7 @@ Configuration::Configuration(const CString& file)
       adapters(document, CustomPCIDeviceList::kMapSection, isAnyKey),
       mappedAdapters(document, CustomPCIDeviceList::kMapSection, isDeviceID),
       lines(file) {}
+
+bool Configuration::hasID(const CString& key) const {
+    return document.findEntry(document.findSection(CustomPCIDeviceList::kMapSection), key);
+}

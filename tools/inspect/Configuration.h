@@ -11,6 +11,9 @@ struct Configuration {
     Configuration(const Configuration&) = delete;
     Configuration& operator=(const Configuration&) = delete;
 
+    /// Whether PCIIDMap has the key of a pair of IDs, be it with an empty name.
+    bool hasID(const CString& key) const;
+
     const CString path;
     const Document document;
     const Names systems;         ///< The system identifiers of SystemIDMap.
