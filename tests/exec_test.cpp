@@ -60,8 +60,8 @@ const Failure kFailures[] = {
      [](CExec& e) {
          setpgid(0, 0);
          std::signal(SIGUSR1, [](int) {
-             std::signal(SIGCHLD, SIG_IGN);
-             kill(0, SIGINT);  // ends only the command: who waits for one does not hear it
+             for (const int ignored : {SIGCHLD, SIGTERM}) std::signal(ignored, SIG_IGN);
+             kill(0, SIGTERM);  // ends the command
          });
          return e.Run("kill -USR1 $PPID; sleep 9");
      },
