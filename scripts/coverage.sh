@@ -2,8 +2,8 @@
 # Runs the tests and prints how much of src/ they reach: the figures of each file, then every line
 # that was never run and every line with a branch that was never taken, then one line that sums it
 # up. Left out are the tests of failed allocations, since the counters need memory of their own, and
-# fleet.output, in which the counters cannot be written either. So the lines that only these tests
-# reach are in the list.
+# the two cases with an output of limited size, in which the counters cannot be written either. So
+# the lines that only these tests reach are in the list, and those that run only in the compiler.
 #
 #   scripts/coverage.sh
 set -eu
@@ -20,10 +20,11 @@ cd build/coverage
 # A run whose files are limited to a few bytes leaves a profile that is cut short. Only this one
 # does not count.
 llvm-profdata merge --failure-mode=all -o all.profdata profiles
-# The runs of the program, of the tests and of the example programs count together.
-set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples)/' \
+# The runs of all these programs count together.
+set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples|fuzz|tools)/' \
     slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
-    -object examples/inied -object examples/params
+    -object examples/inied -object examples/params \
+    -object fuzz/fuzz_ini -object fuzz/fuzz_run -object fuzz/fuzz_string -object fuzz/fuzz_args
 llvm-cov report "$@" | sed "s#$top/##" >figures
 cat figures
 
