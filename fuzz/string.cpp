@@ -162,6 +162,7 @@ void pathsAreSplitAndJoined(const CString& path, const CString& part) {
     CHECK(!(name + extension).IsSubstring("/"));
     CHECK(extension.IsEmpty() ? !name.Right(4).IsSubstring(".") : extension.ReverseFind(".") == 0);
     SAME(CString(part).GetPath(path), path.GetPath());
+    SAME(path.GetAbsolutePath(), path);
     if (path.IsSubstring("/")) SAME(path.GetPath() + "/" + path.GetName(), path);
     if (!*head.TrimRight("/") || !*tail.TrimLeft("/")) return;
     SAME((head + "/").AddPath("/" + tail), head + "/" + tail);

@@ -39,6 +39,7 @@ const Message kMessages[] = {
     {"an empty detail of parse leaves no line", Error::ecParse, "", kParse + kCorrupt},
     {"TCP/IP", Error::ecTcpIp, "D", "TCP/IP Error\n\nD"},
     {"a number that is not a kind has no words", Error::ecTcpIp + 1, "D", ""},
+    {"nor has 0", 0, "D", ""},
 };
 }  // namespace
 

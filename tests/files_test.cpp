@@ -12,11 +12,11 @@ long openFiles() { return filesIn("/proc/self/fd"); }
 
 TEST(Files, AreReadLineByLine) {
     const ScratchFolder folder;
-    CMyFileIO file;
+    CMyFileIO file, unopened;
     CString line;
-    EXPECT_FALSE(file.ReadString(line));
-    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
+    char block[1];
     EXPECT_TRUE(file.OpenFile(folder.file("a", std::string("a\0b\r\n\ncd", 8)).c_str()));
+    EXPECT_EQ(0U, file.ReadBlock(block, 0));
     EXPECT_FALSE(file.OpenFile("")) << "the open file stays";
     for (int pass = 0; pass < 2; ++pass) {
         for (const CString expected : {"ab\n", "\n", "cd"}) {
@@ -29,7 +29,13 @@ TEST(Files, AreReadLineByLine) {
         EXPECT_TRUE(file.Rewind());
     }
     EXPECT_TRUE(file.Close());
-    EXPECT_TRUE(file.IsEOF()) << "nothing is open";
+    for (CMyFileIO* closed : {&file, &unopened}) {
+        EXPECT_TRUE(closed->IsEOF()) << "nothing is open";
+        EXPECT_FALSE(closed->Rewind());
+        EXPECT_FALSE(closed->ReadString(line));
+        EXPECT_EQ(0U, closed->ReadBlock(block, 1));
+        EXPECT_FALSE(closed->WriteString("x"));
+    }
 }
 
 TEST(Files, GetEachLineAtOnceInTheModesOfFopen) {
@@ -124,7 +130,7 @@ TEST(Files, AreThoseInMemoryIfThereAreAny) {
     EXPECT_FALSE(file.ReadString(line)) << "the length ends a text";
     EXPECT_FALSE(file.OpenFile(onDisk)) << "no other file exists";
     EXPECT_TRUE(CMyFileIO::Exists("b/d"));
-    EXPECT_FALSE(CMyFileIO::Exists("b"));
+    for (const char* other : {"b", "c"}) EXPECT_FALSE(CMyFileIO::Exists(other)) << other;
     EXPECT_FALSE(CMyFileIO::Exists(onDisk));
     EXPECT_FALSE(CMyFileIO::IsEndless("/dev/null"));
     EXPECT_TRUE(file.OpenFile(onDisk, "r+")) << "what is written is on disk";

@@ -68,7 +68,9 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     CIniFile::IniLineDef* const first = ini.GetFirstLine();
     ASSERT_NE(nullptr, first);
     EXPECT_EQ(first->pNext, ini.RewindBlanks(first->pPrev));
-    first->pPrev = nullptr;
+    EXPECT_EQ(nullptr, ini.RewindBlanks(nullptr));
+    first->pPrev = first->pNext->pPrev = nullptr;
+    EXPECT_FALSE(ini.InsertLine(first->pNext, "c")) << "an insertion needs the line before";
     CString line;
     EXPECT_FALSE(ini.FindItem("", "K", line));
     EXPECT_EQ("b", line) << "a lookup does not need this pPrev to find the last line";
@@ -82,6 +84,8 @@ TEST(IniEdit, WorksOnTheLinesThemselves) {
     EXPECT_EQ("new", made->sLine);
     EXPECT_EQ(made.get(), ini.RewindBlanks(made.get()));
     EXPECT_EQ(nullptr, ini.GetFirstLine()) << "the new line is in no document";
+    EXPECT_TRUE(ini.ReadIniFile("/dev/zero")) << "a device counts as an empty file";
+    EXPECT_FALSE(ini.ReadIniFile("none"));
     EXPECT_TRUE(ini.AddLine(" \tc\n"));
     EXPECT_EQ("c", ini.GetFirstLine()->sLine);
 }

@@ -21,6 +21,8 @@ const Lookup kLookups[] = {
     {"the first entry of a key is found", "[S]\n\nK\n \t\nK = v\nk = w\n", "S", "K", "v"},
     {"the first section of a name is searched", "[S]\n[T]\n[S]\nK = v\n", "S", "K", "absent"},
     {"the empty name is above the first header", "K = v\n[S]\nK = w\n", "", "K", "v"},
+    {"'@' is not a letter", "[S]\nK@ = v\n", "S", "K`", "absent"},
+    {"'[' is not a letter", "[S]\nK[ = v\n", "S", "K{", "absent"},
     {"only whole names match", "[ST]\nK = v\n[S]\nKL = v\n", "S", "K", "absent"},
 };
 
@@ -35,6 +37,8 @@ const NumberedEntry kNumberedEntries[] = {
     {"a comment is not an entry", ";K.1=", -1},
     {"a number with a leading zero does not count", "K.02=", -1},
     {"a number has digits", "K.=", -1},
+    {"a number is not a name", "4=", -1},
+    {"an entry without a name has no number", "=4", -1},
     {"a number follows a dot", "K5=", -1},
     {"a name that is not counted does not count", "X.5=", -1},
     {"a number above INT_MAX does not count", "K.2147483648=", -1},

@@ -33,6 +33,7 @@ const Initialization kInitializations[] = {
     {"only the detection file has devices to name", kName, true, nullptr, 0},
     {"labelling fails without an item", kName | kLabel | kCount, false, nullptr, 0},
     {"to take the detection file is not a step", kFile, true, nullptr, 0},
+    {"counting does not need an item", kCount, true, nullptr, 0},
     {"items are named", kFile | kName, true, "", -1},
     {"items are named and labelled", kFile | kName | kLabel, true, "TRUE", -1},
     {"items are named and counted", kFile | kName | kCount, true, "", 1},
@@ -55,6 +56,9 @@ const Counting kCountings[] = {
     {"an item numbers no more items than it counts",
      {{1, -1}, {-1, -1}, {-1, -1}, {-1, -1}},
      {{1, 1}, {1, 1}, {2, 1}, {2, 2}}},
+    {"a count may be too high",
+     {{9, -1}, {-1, -1}, {-1, -1}, {-1, -1}},
+     {{9, 1}, {1, 1}, {2, 2}, {2, 3}}},
 };
 }  // namespace
 
@@ -154,6 +158,24 @@ TEST(Inventory, IsEmptyWithoutADetectionFile) {
     EXPECT_EQ(0, list.getTotalNumEntries());
     EXPECT_EQ(-1, list.findEntry(0));
     EXPECT_EQ(nullptr, list.getNextDeviceFromList());
+}
+
+TEST(Inventory, GroupsAnItemByItsType) {
+    using Names = CString (CustomPCIDeviceList::*)() const;
+    const std::pair<const char*, Names> kGroups[] = {
+        {"DASD", &CustomPCIDeviceList::getDASDDevices},
+        {"NETWORK", &CustomPCIDeviceList::getNetworkDevices},
+        {"VIDEO", &CustomPCIDeviceList::getVideoDevices},
+        {"ServiceProcessor", &CustomPCIDeviceList::getServiceProcessorDevices}};
+    for (const auto& [type, names] : kGroups) {
+        Inventory list(kNIC);
+        EXPECT_TRUE(list.initialize(kFile | kName));
+        list.resetList();
+        list.getNextDeviceFromList()->adapterType = type;
+        list.sortDevicesByType();
+        EXPECT_EQ("NIC", (list.*names)()) << type;
+        EXPECT_EQ("", list.getSystemDevices());
+    }
 }
 
 TEST(Inventory, GroupsItsItemsOnceMore) {

@@ -101,6 +101,7 @@ TEST(Params, AreFoundByTheirExactNameUntilDeleted) {
     EXPECT_FALSE(params.GetValue("/V"));
     EXPECT_NE(nullptr, params.MakeNewNode());
     EXPECT_EQ(CCLParams::kUnknownMode, params.Parse(3, argv, true)) << "it has no mode";
+    EXPECT_EQ(CCLParams::kParsed, params.Parse(0, nullptr, true)) << "not even a program";
 }
 
 TEST(Params, AreCollectedFromAnIndexOn) {

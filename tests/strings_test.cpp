@@ -98,6 +98,12 @@ TEST(Strings, GiveTheirBufferAway) {
     EXPECT_STREQ(s.Get(), std::as_const(s).Get());
     s.Converter(CString("abc").GetCharString(), 2);
     EXPECT_EQ("ab", s);
+    char kept[] = "k";
+    s.Converter(kept, 0);
+    EXPECT_EQ("", s);
+    s = "x";
+    s.Converter(nullptr, 1);
+    EXPECT_EQ("", s);
 }
 
 TEST(Strings, BeginInMemoryOfAnyBytes) {

@@ -11,6 +11,8 @@ struct Insertion {
 };
 const Insertion kInsertions[] = {
     {"before no token", "a", "", "b,a"},
+    {"into an empty list", "", "", "b"},
+    {"leading blanks shift the place", " a,c", "c", " a,b,,c"},
     {"before a token that is not there", "a,c", "z", "a,c,b"},
 };
 }  // namespace
@@ -20,6 +22,8 @@ TEST(Tokens, AreCountedAndFetched) {
     EXPECT_EQ(3U, list.GetNumberTokens(","));
     EXPECT_EQ("a ", list.GetToken(0, ",")) << "the list is trimmed, its tokens are not";
     EXPECT_EQ("", list.GetToken(0, ""));
+    EXPECT_EQ(0U, list.GetNumberTokens(""));
+    EXPECT_EQ(0U, CString(" \t\n").GetNumberTokens(","));
 }
 
 TEST(Tokens, AreParsedTrimmed) {
@@ -49,6 +53,7 @@ TEST(Tokens, AreFoundAsTheyAre) {
     EXPECT_EQ(3, CString("  ba,a").FindToken("a", ",")) << "positions are in the trimmed list";
     EXPECT_EQ(-1, CString("a, b").FindToken("b", ",")) << "tokens are not trimmed";
     EXPECT_EQ(0, CString("a").FindToken("x", "")) << "an empty separator is found at once";
+    EXPECT_EQ(-1, CString(" ").FindToken("", ",")) << "blanks are no token";
 }
 
 TEST(Tokens, AreInserted) {
