@@ -23,7 +23,9 @@ int main(int, char* argv[]) {
     // Made before the document is loaded: later, the pool would have room for the line, and no
     // allocation could fail.
     const std::size_t used = mallinfo2().uordblks;
-    delete new CIniFile::IniLineDef;
+    auto* const line = new CIniFile::IniLineDef;
+    line->sLine = "text";
+    delete line;
     if (mallinfo2().uordblks != used)
         return broken("with its last block, the pool frees all memory");
     const char* const text = CString::CreateCharString(1000);
