@@ -49,7 +49,7 @@ const Counting kCountings[] = {
     {"each name has numbers of its own",
      {{-1, -1}, {-1, -1}, {-1, -1}, {-1, -1}},
      {{3, 1}, {1, 1}, {3, 2}, {3, 3}}},
-    {"numbers from 1 on stay", {{5, 9}, {2, 4}, {5, 7}, {5, 8}}, {{5, 9}, {2, 4}, {5, 7}, {5, 8}}},
+    {"numbers from 1 on stay", {{5, 1}, {2, 4}, {5, 7}, {5, 8}}, {{5, 1}, {2, 4}, {5, 7}, {5, 8}}},
     {"the first item of a name numbers the later ones, even if they have numbers",
      {{0, 0}, {-1, -1}, {-1, -1}, {9, 9}},
      {{3, 1}, {1, 1}, {3, 2}, {3, 3}}},

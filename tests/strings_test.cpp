@@ -96,8 +96,8 @@ TEST(Strings, GiveTheirBufferAway) {
     EXPECT_STREQ("abc8", s.Get(0)) << "a locked string is unlocked, not emptied";
     for (const bool isReleased : {s.rc_str(), s.Release()}) EXPECT_TRUE(isReleased);
     EXPECT_STREQ(s.Get(), std::as_const(s).Get());
-    s.Converter(CString("abc").GetCharString(), 2);
-    EXPECT_EQ("ab", s);
+    s.Converter(CString("abc").GetCharString(), 1);
+    EXPECT_EQ("a", s);
     char kept[] = "k";
     s.Converter(kept, 0);
     EXPECT_EQ("", s);
