@@ -18,11 +18,7 @@ PCIDeviceItem* PCIDeviceList::getNextDeviceFromList() {
 
 bool PCIDeviceList::scanPCIBusAndCreateList() {
     PCIDeviceItem** end = endOfList();
-    while (PCIDeviceItem* item = PCIDeviceList::getNextPCIDevice()) {
-        ++numDevices;
-        *end = item;
-        end = &item->next;
-    }
+    for (; (*end = PCIDeviceList::getNextPCIDevice()); end = &(*end)->next) ++numDevices;
     return true;
 }
 
