@@ -3,7 +3,8 @@
 # that was never run and every line with a branch that was never taken, then one line that sums it
 # up. Left out are the tests of failed allocations, since the counters need memory of their own, and
 # the two cases with an output of limited size, in which the counters cannot be written either. So
-# the lines that only these tests reach are in the list, and those that run only in the compiler.
+# the lines that only these tests reach are in the list, those that run only in the compiler, and
+# what the base list does with a device, which it cannot find.
 #
 #   scripts/coverage.sh
 set -eu

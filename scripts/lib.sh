@@ -69,8 +69,8 @@ skip() {
 }
 
 # build PRESET: builds the preset in build/PRESET, and installs the library that every one needs.
-# Prints what is compiled; if all is up to date, prints nothing. If the kernel cannot run 32-bit programs, the tests of a 32-bit preset start them
-# with an emulator.
+# Prints what is compiled; if all is up to date, prints nothing. If the kernel cannot run 32-bit
+# programs, the tests of a 32-bit preset start them with an emulator.
 build() {
     need nlohmann-json3-dev
     emulator=
