@@ -70,9 +70,9 @@ TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     };
     for (const NumberedEntry& row : kNumberedEntries)
         EXPECT_EQ(row.number, next(row.entry, "S", 0)) << row.rule;
-    const std::pair<int, int> kNext[] = {{0, 3}, {3, 3}, {4, 7}, {8, -1}};
+    const std::pair<int, int> kNext[] = {{0, 0}, {1, 3}, {3, 3}, {4, 7}, {8, -1}};
     for (const auto& [from, number] : kNext)
-        EXPECT_EQ(number, next("K.7=\nL.3=\n", "S", from)) << "from " << from;
+        EXPECT_EQ(number, next("L.0=\nK.7=\nL.3=\n", "S", from)) << "from " << from;
     EXPECT_EQ(-1, next("K.7=\n", "T", 0)) << "there is no such section";
 }
 
