@@ -24,7 +24,6 @@ void Warnings::printConfiguration() {
 }
 
 void Warnings::printSystemFile(const CString& systemID) {
-    if (!systemIDs.insert(systemID).second) return;
     for (const ProductCD::File* file : cd.getSystemFiles(systemID)) {
         if (!systemPaths.insert(file->path).second) continue;
         Findings findings(file->path);

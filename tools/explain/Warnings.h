@@ -25,7 +25,6 @@ private:
     ProductCD& cd;
     std::FILE* const stream;
     const Configuration& configuration;
-    std::set<CString> systemIDs;    // of the systems whose files were inspected
-    std::set<CString> systemPaths;  // of these files
+    std::set<CString> systemPaths;  // of the per-system files that were inspected
     std::size_t count = 0;
 };
