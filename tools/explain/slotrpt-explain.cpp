@@ -15,6 +15,8 @@
 #include "explain/printJSON.h"
 #include "explain/printMachine.h"
 #include "explain/readPCINames.h"
+#include "inspect/Document.h"
+#include "inspect/findLack.h"
 #include "util/CString.h"
 
 namespace {
@@ -179,9 +181,13 @@ bool takeList(const CString& path) {
 bool addPairs(const CString& path, Pairs& pairs) {
     Copy copy;
     if (!takeCopy(path, copy)) return false;
-    if (!copy.mark.IsEmpty()) complainUnreadable(path, copy.mark);
-    if (copy.mark.IsEmpty()) pairs.add(path, DeviceEntries(kDetectionCopy));
-    return copy.mark.IsEmpty();
+    const CString reason =
+        copy.mark.IsEmpty() ? findStrangeness(Document(kDetectionCopy)) : copy.mark;
+    if (reason.IsEmpty())
+        pairs.add(path, DeviceEntries(kDetectionCopy));
+    else
+        complainUnreadable(path, reason);
+    return reason.IsEmpty();
 }
 
 int listMissing(int count, char* paths[], Files& files) {

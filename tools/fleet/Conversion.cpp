@@ -99,12 +99,9 @@ Result Conversion::convert(const CString& path) {
 CString Conversion::identify(const CString& path) {
     Copy copy = copyFile(path);
     if (!copy.getFault().IsEmpty()) return copy.getFault();
-    if (copy.text.empty()) return "empty";
     Copies::set(kDetectionCopy, std::move(copy.text));
 
-    const Document detection(kDetectionCopy);
-    if (!detection.findSection(CustomPCIDeviceList::kDeviceSection)) return "no section [PCI]";
-    const Lack lack = findLack(detection, copy.endsInLine);
+    const Lack lack = findLack(Document(kDetectionCopy), copy.endsInLine);
     if (!lack.reason.IsEmpty()) return lack.reason;
     CIniFile lines(kDetectionCopy);
     machineType = CustomPCIDeviceList::getMachineType(lines);

@@ -131,9 +131,16 @@ Lack findBrokenNumber(const std::map<long long, Keys>& entries, unsigned cut) {
 }
 }  // namespace
 
+CString findStrangeness(const Document& detection) {
+    if (detection.getLineCount() == 0) return "empty";
+    if (detection.findSection(Inventory::kDeviceSection)) return "";
+    return CString("no section [") + Inventory::kDeviceSection + "]";
+}
+
 Lack findLack(const Document& detection, bool endsInLine) {
+    const CString strangeness = findStrangeness(detection);
+    if (!strangeness.IsEmpty()) return {strangeness, 1};
     const Line* const section = detection.findSection(Inventory::kDeviceSection);
-    if (!section) return {};
     const Line* const total = detection.findEntry(section, Inventory::kTotalKey);
     if (!total || !isNumber(total->value.c_str()))
         return {CString("no ") + Inventory::kTotalKey, total ? total->number : section->number};

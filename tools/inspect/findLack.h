@@ -10,16 +10,20 @@ struct Lack {
     unsigned line = 0;  ///< Where that shows; 0 if nothing does.
 };
 
-/// Looks for the first of these in section PCI, if there is one:
+/// Why the text is not that of a detection file: it is empty, or has no section PCI. "" if it is.
+CString findStrangeness(const Document& detection);
+
+/// Looks for the first of these:
+/// - it is not a detection file;
 /// - there is no total, or one without digits;
 /// - device entries below the total are not in the file;
 /// - one that is in the file is not below the total;
 /// - a device entry lacks a key that every one needs, or that another one has;
-/// - a number that a report shows, or the total, has no digits, or is cut: it stands in the last
-/// line, and
-///   `endsInLine` says that this line has no line end.
+/// - a number that a report shows has no digits, or is cut;
+/// - the total is cut.
 ///
-/// Lost lines of section System cannot be noticed: no key there is owed.
+/// A number is cut if it stands in the last line, and `endsInLine` says that this line has no line
+/// end. Lost lines of section System cannot be noticed: no key there is owed.
 Lack findLack(const Document& detection, bool endsInLine);
 
 /// Whether the text of a number has any digits. Without them, it reads as 0.
