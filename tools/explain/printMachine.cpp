@@ -35,10 +35,8 @@ CString describeMissingFile(const Machine& machine) {
 }
 
 CString describeSystemFile(const Machine& machine) {
-    const CString path = machine.inventory.getSysINIPathName();
-    if (path.IsEmpty()) return describeMissingFile(machine);
-    const CString& reason = machine.systemFiles.back()->copy.reason;
-    return reason.IsEmpty() ? path : path + ", which cannot be read: " + reason;
+    const CString path = machine.getSystemPath();
+    return path.IsEmpty() ? describeMissingFile(machine) : path;
 }
 
 void printFact(const char* name, const CString& value) {
