@@ -64,10 +64,11 @@ bool checkCD(ProductCD& cd) {
     return areAllRead;
 }
 
-bool takeNoOption(int, const char*) { return false; }
+CString takeNoOption(int, const char*) { return ""; }
 
 int run(int count, char* operands[]) {
-    if (count > 1 || (count == 1 && *operands[0] == '\0')) return rejectArguments();
+    if (count > 1) return rejectArguments("more than one CD_ROOT is given");
+    if (count == 1 && *operands[0] == '\0') return rejectArguments("CD_ROOT is empty");
     if (count == 1) setenv(CustomPCIDeviceList::kCDRootVariable, operands[0], 1);
     ProductCD cd;
     const ProductCD::File& file = cd.getConfiguration();

@@ -49,6 +49,13 @@ int printHelp() {
     return kFine;
 }
 
+// After a wrong call.
+int printUsageLine() {
+    const char* const usage = running->usage;
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(std::strcspn(usage, "\n")), usage);
+    return kCouldNotRun;
+}
+
 int printVersion() {
     std::printf("%s %s\n", running->name, SLOTRPT_VERSION);
     return kFine;
@@ -69,7 +76,9 @@ int parseAndRun(int argc, char* argv[]) {
          (option = getopt_long(argc, argv, running->letters, running->options, nullptr)) != -1;) {
         if (option == kHelp.val) return printHelp();
         if (option == kVersion.val) return printVersion();
-        if (option == '?' || !running->takeOption(option, optarg)) return rejectArguments();
+        if (option == '?') return printUsageLine();
+        const CString reason = running->takeOption(option, optarg);
+        if (!reason.IsEmpty()) return rejectArguments(reason);
     }
     return running->run(argc - optind, argv + optind);
 }
@@ -97,8 +106,7 @@ int complainUnreadable(const CString& path, const CString& reason) {
     return complain("cannot read " + path + ": " + reason);
 }
 
-int rejectArguments() {
-    const char* const usage = running->usage;
-    std::fprintf(stderr, "%.*s\n", static_cast<int>(std::strcspn(usage, "\n")), usage);
-    return kCouldNotRun;
+int rejectArguments(const CString& reason) {
+    complain(reason);
+    return printUsageLine();
 }

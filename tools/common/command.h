@@ -17,8 +17,9 @@ struct Command {
     const char* usage;      ///< The whole help text. Its first line is shown after a wrong call.
     const char* letters;    ///< The options of one letter, as getopt_long takes them, with "h".
     const option* options;  ///< The long ones, with kHelp and kVersion.
-    /// Takes an option's value, which is null for one without. Returns false if it makes no sense.
-    bool (*takeOption)(int option, const char* value);
+    /// Takes an option's value, which is null for one without. Returns why it makes no sense, or
+    /// "".
+    CString (*takeOption)(int option, const char* value);
     /// Does the work on the operands, which end with a null. Returns the exit status.
     int (*run)(int count, char* operands[]);
 };
@@ -37,5 +38,6 @@ int complain(const CString& message);
 /// Says with complain() that the file or folder cannot be read. Returns kCouldNotRun.
 int complainUnreadable(const CString& path, const CString& reason);
 
-/// Says on standard error how to call the command. Returns kCouldNotRun.
-int rejectArguments();
+/// Says with complain() what is wrong with the call, then prints how to call the command. Returns
+/// kCouldNotRun.
+int rejectArguments(const CString& reason);

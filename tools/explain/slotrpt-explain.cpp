@@ -21,15 +21,15 @@
 
 namespace {
 constexpr const char* kUsage =
-    "usage: slotrpt-explain [--json | --missing] [--pci-ids=LIST] FILE...\n"
+    "usage: slotrpt-explain [--json | --missing [--pci-ids=LIST]] FILE...\n"
     "Shows what slotrpt makes of each device entry of the detection file FILE, and why.\n"
     "For several files, shows one row each. If FILE is -, standard input is read.\n"
     "\n"
     "  --json          print one JSON object for each FILE instead, each in one line\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
-    "  --pci-ids=LIST  with --missing, take the names of vendors and devices from LIST,\n"
-    "                  not from the pci.ids of this system\n"
+    "  --pci-ids=LIST  take the names of vendors and devices from LIST, not from the pci.ids\n"
+    "                  of this system\n"
     "  -h, --help      print this text\n"
     "  --version       print the version\n"
     "\n"
@@ -213,15 +213,20 @@ constexpr option kOptions[] = {{"json", no_argument, nullptr, 'J'},
 bool isMissingWanted = false, isJSONWanted = false;
 CString listPath;
 
-bool takeOption(int option, const char* value) {
+CString takeOption(int option, const char* value) {
     if (option == 'm') isMissingWanted = true;
     if (option == 'J') isJSONWanted = true;
-    if (option == 'p') listPath = value;
-    return option != 'p' || *value != '\0';
+    if (option != 'p') return "";
+    listPath = value;
+    return listPath.IsEmpty() ? "--pci-ids takes the path of a list" : "";
 }
 
 int explain(int count, char* paths[]) {
-    if (count == 0 || (isMissingWanted && isJSONWanted)) return rejectArguments();
+    if (count == 0) return rejectArguments("no FILE is given");
+    if (isMissingWanted && isJSONWanted)
+        return rejectArguments("--json and --missing exclude each other");
+    if (!isMissingWanted && !listPath.IsEmpty())
+        return rejectArguments("--pci-ids is only for --missing");
     if (isMissingWanted && !takeList(listPath)) return kCouldNotRun;
     Files files;
     if (!requireConfiguration(files.cd)) return kCouldNotRun;

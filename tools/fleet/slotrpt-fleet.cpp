@@ -31,10 +31,11 @@ constexpr option kOptions[] = {{"jobs", required_argument, nullptr, 'j'}, kHelp,
 
 std::size_t jobCount = 0;  // 0: one for each processor
 
-bool takeOption(int, const char* value) {
+CString takeOption(int, const char* value) {
     const int count = CString(value).ToInt();
     jobCount = static_cast<std::size_t>(count);
-    return count >= 1 && jobCount <= Run::kMaxJobs && CString(count) == value;
+    if (count >= 1 && jobCount <= Run::kMaxJobs && CString(count) == value) return "";
+    return CString("--jobs takes a number from 1 to ") + CString(static_cast<int>(Run::kMaxJobs));
 }
 
 std::size_t countProcessors() {
@@ -74,7 +75,7 @@ int summarize(const Inputs& inputs, Run& run) {
 }
 
 int convert(int count, char* operands[]) {
-    if (count == 0) return rejectArguments();
+    if (count == 0) return rejectArguments("no PATH is given");
     ProductCD cd;
     if (!requireConfiguration(cd)) return kCouldNotRun;
     const ProductCD::File& file = cd.getConfiguration();
