@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
-#include "common/ProductCD.h"
 #include "common/printable.h"
 #include "explain/classInWords.h"
 #include "explain/columns.h"
@@ -45,9 +43,7 @@ void printFact(const char* name, const CString& value) {
 
 void printSystem(const Machine& machine, const CString& configurationPath) {
     printFact("Detection file", machine.path);
-    const bool isRootSet = std::getenv(CustomPCIDeviceList::kCDRootVariable) != nullptr;
-    printFact("Configuration file",
-              isRootSet ? configurationPath : configurationPath + "; " + describeRoot());
+    printFact("Configuration file", configurationPath);
     printFact("Machine type", orNone(machine.machineType));
     printFact("System identifier", describeSystemID(machine));
     printFact("Directory", orNone(machine.directory));
