@@ -10,7 +10,7 @@ void Counts::operator+=(const Counts& other) {
     named += other.named;
     leftOut += other.leftOut;
     unnamed += other.unnamed;
-    missing += other.missing;
+    absent += other.absent;
     onBoard += other.onBoard;
 }
 
@@ -107,7 +107,7 @@ void Machine::label(DeviceEntry& entry) {
     long long& count = entry.adapter     ? counts.named
                        : entry.isLeftOut ? counts.leftOut
                        : entry.device    ? counts.unnamed
-                                         : counts.missing;
+                                         : counts.absent;
     count += entry.getCount();
 }
 

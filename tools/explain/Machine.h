@@ -10,13 +10,13 @@
 #include "util/CString.h"
 #include "util/IniFile.h"
 
-/// How many device entries there are: each is named, left out, unnamed or missing.
+/// How many device entries there are: each is named, left out, unnamed or absent.
 struct Counts {
     long long entries = 0;
     long long named = 0;
     long long leftOut = 0;  ///< In the file; the CD gives their IDs an empty name.
     long long unnamed = 0;  ///< In the file, without a name.
-    long long missing = 0;  ///< Not in the file, and without a name.
+    long long absent = 0;   ///< Not in the file, and without a name.
     long long onBoard = 0;
 
     void operator+=(const Counts& other);

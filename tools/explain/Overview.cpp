@@ -43,7 +43,7 @@ void Overview::printRow(const Row& row, const Widths& widths) {
     printColumn(printable(row.systemID), widths.systemID);
     const Counts& counts = row.counts;
     std::printf("%7lld  %5lld  %8lld  %7lld  %6lld  %8lld  %8zu\n", counts.entries, counts.named,
-                counts.leftOut, counts.unnamed, counts.missing, counts.onBoard, row.warnings);
+                counts.leftOut, counts.unnamed, counts.absent, counts.onBoard, row.warnings);
 }
 
 void Overview::print() const {

@@ -55,8 +55,8 @@ Json describe(const DeviceEntry& entry) {
 }
 
 Json describe(const Counts& counts) {
-    return {{"entries", counts.entries}, {"named", counts.named},    {"left_out", counts.leftOut},
-            {"unnamed", counts.unnamed}, {"absent", counts.missing}, {"on_board", counts.onBoard}};
+    return {{"entries", counts.entries}, {"named", counts.named},   {"left_out", counts.leftOut},
+            {"unnamed", counts.unnamed}, {"absent", counts.absent}, {"on_board", counts.onBoard}};
 }
 }  // namespace
 

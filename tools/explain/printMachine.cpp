@@ -166,6 +166,6 @@ void printCounts(const Counts& counts) {
                 counts.entries == 1 ? "entry" : "entries", counts.named);
     if (counts.leftOut != 0) std::printf(", %lld left out", counts.leftOut);
     std::printf(", %lld unnamed, %lld on-board", counts.unnamed, counts.onBoard);
-    if (counts.missing != 0) std::printf(", %lld not in the file", counts.missing);
+    if (counts.absent != 0) std::printf(", %lld not in the file", counts.absent);
     std::printf("\n");
 }
