@@ -3,8 +3,8 @@
 # that was never run and every line with a branch that was never taken, then one line that sums it
 # up. Left out are the tests of failed allocations, since the counters need memory of their own, and
 # the two cases with an output of limited size, in which the counters cannot be written either. So
-# the lines that only these tests reach are in the list, those that run only in the compiler, and
-# what the base list does with a device, which it cannot find.
+# the list also holds the lines that only these tests reach, those that run only in the compiler,
+# and what the base list does with a device, which it cannot find.
 #
 #   scripts/coverage.sh
 set -eu
@@ -22,7 +22,7 @@ cd build/coverage
 # does not count.
 llvm-profdata merge --failure-mode=all -o all.profdata profiles
 # The runs of all these programs count together.
-set -- -instr-profile=all.profdata -ignore-filename-regex='/(tests|examples|fuzz|tools)/' \
+set -- -instr-profile=all.profdata -ignore-filename-regex="^$top/(tests|examples|fuzz|tools)/" \
     slotrpt -object tests/slotrpt_tests -object tests/slotrpt_edit \
     -object examples/inied -object examples/params \
     -object fuzz/fuzz_ini -object fuzz/fuzz_run -object fuzz/fuzz_string -object fuzz/fuzz_args

@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 . scripts/lib.sh
 target=${1:-}
 seconds=${2:-60}
-[ -f "fuzz/${target:-none}.cpp" ] || {
+[ -d "fuzz/corpus/${target:-none}" ] || {
     sed -n '2s/^# //p' "$0" >&2
     exit 2
 }

@@ -17,7 +17,8 @@ constexpr char kUsage[] =
     "  -h, --help  print this text\n"
     "  --version   print the version\n"
     "\n"
-    "Exit status: 0 nothing was found, 1 there are findings, 2 the CD cannot be read.\n";
+    "Exit status: 0 nothing was found, 1 there are findings, 2 the command line is wrong,\n"
+    "the CD cannot be read, or the output cannot be written.\n";
 
 constexpr option kOptions[] = {kHelp, kVersion, {}};
 

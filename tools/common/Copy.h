@@ -17,7 +17,7 @@ struct Copy {
         kAbsent,      ///< There is none.
         kNotOpened,   ///< The system does not open it.
         kNotRegular,  ///< It is a folder, a pipe or a device: the converter takes it as empty.
-        kBroken,      ///< It was opened, or is held by a lease, but could not be read to its end.
+        kBroken,      ///< It was not read to its end, or another process holds a lease on it.
     };
 
     State state = kWhole;
@@ -32,9 +32,8 @@ struct Copy {
     const CString& getFault() const { return isWhole() ? mark : reason; }
 };
 
-/// Reads a regular file. Never waits, and opens nothing else. A relative path begins in `folder`, a
-/// descriptor. The file counts as absent only if the system says so twice: when it opens the file,
-/// and when it looks at it.
+/// Reads a regular file, and waits for nothing. A relative path begins in `folder`, a descriptor. A
+/// link that leads nowhere is there, but not opened.
 Copy copyFile(const CString& path, int folder = AT_FDCWD);
 
 /// Reads a file that the command line names, as copyFile() does. But "-", "/dev/stdin", "/dev/fd/N"
@@ -43,8 +42,8 @@ Copy copyFile(const CString& path, int folder = AT_FDCWD);
 /// kept, so naming it once more gives the same copy.
 Copy copyOperand(const CString& path);
 
-/// The copies from which a run goes on to read: for CMyFileIO, these are the only files. They stay
-/// as long as the process; there is only one such set.
+/// The files that CMyFileIO reads: after the first set(), these and none on disk. They last as long
+/// as the process.
 class Copies {
 public:
     Copies() = delete;

@@ -35,8 +35,9 @@ constexpr const char* kUsage =
     "\n"
     "The environment variable RWCD names the root directory of the product CD.\n"
     "Exit status: 0 all device entries have a name or are left out on purpose, and there\n"
-    "is no warning; 1 there are others, or warnings; 2 a file cannot be read. With\n"
-    "--missing: 0 no pair is missing, 1 some are, 2 a file cannot be read.\n";
+    "is no warning; 1 there are others, or warnings; 2 the command line is wrong, a file\n"
+    "cannot be read, or the output cannot be written. With --missing: 0 no pair is\n"
+    "missing, 1 some are, 2 as above.\n";
 
 // Where systems have their list of PCI IDs.
 constexpr const char* kPCILists[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids"};

@@ -12,7 +12,7 @@
 
 /// What became of a detection file.
 enum class Outcome : unsigned char {
-    kNone,  ///< It was not converted: that of a new object.
+    kNone,  ///< No process has set it.
     kUnchanged,
     kChanged,        ///< The report was written. That of an earlier run, if any, was different.
     kFailed,         ///< It was named with the reason.
@@ -32,7 +32,7 @@ public:
     static constexpr int kMemoryRanOut = 1;
 
     /// Takes over the process: its stdout, stderr, umask and exit handlers. While a report is
-    /// written under a temporary name, that is in `partial`.
+    /// written, `partial` holds its temporary path; otherwise it is empty.
     Conversion(ProductCD& cd, CIniFile& configuration, char (&partial)[PATH_MAX]);
     Conversion(const Conversion&) = delete;
     Conversion& operator=(const Conversion&) = delete;

@@ -16,8 +16,9 @@
 //     }
 //     findings.print(stdout);
 //
-// The three functions for documents look only where the converter reads: names that it does not
-// read may be anything. But inspectSystemFile() looks at the keys of all sections. They find
+// Names that the converter does not read may be anything. But inspectSystemFile() looks at the keys
+// of all sections, since one with OnBoard is meant for an adapter. The three functions for
+// documents find
 // - a section, and a key in its section, that repeats an earlier one and so is never read;
 // - a section or key whose name is nearly one that is read, as KnownName.h says;
 // - a line without "=" in a section that is read;
