@@ -146,7 +146,6 @@ bool CMyFileIO::OpenFile(CString name, CString mode) {
 
 bool CMyFileIO::OpenTempFile(CString dir) {
     CloseFile();
-    m_bTemporary = false;  // a temporary file that could not be closed has left it set
     m_sFileName = std::move(dir);
     m_sFileName.AddPath("XXXXXX");
     const int descriptor = mkstemp(m_sFileName.GetBuffer());
