@@ -82,8 +82,8 @@ void Machine::identify(ProductCD& cd) {
     machineType = CustomPCIDeviceList::getMachineType(detection);
     serialNumber = detection.ReadString(CustomPCIDeviceList::kSystemSection,
                                         CustomPCIDeviceList::kSerialNumberKey);
-    systemID = CustomPCIDeviceList::getSystemID(configuration.lines, machineType);
-    directory = configuration.lines.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
+    systemID = CustomPCIDeviceList::getSystemID(configuration.iniFile, machineType);
+    directory = configuration.iniFile.ReadString(systemID, CustomPCIDeviceList::kDirectoryKey);
     systemFiles = cd.getSystemFiles(systemID);
 }
 

@@ -102,8 +102,8 @@ CString Conversion::identify(const CString& path) {
 
     const Lack lack = findLack(Document(kDetectionCopy), copy.endsInLine);
     if (!lack.reason.IsEmpty()) return lack.reason;
-    CIniFile lines(kDetectionCopy);
-    machineType = CustomPCIDeviceList::getMachineType(lines);
+    CIniFile iniFile(kDetectionCopy);
+    machineType = CustomPCIDeviceList::getMachineType(iniFile);
     systemID = CustomPCIDeviceList::getSystemID(configuration, machineType);
     return "";
 }

@@ -86,7 +86,7 @@ int convert(int count, char* operands[]) {
     // A run over one file reads only those of its system: on an optical disc, each costs a seek.
     if (inputs.files.size() > 1) readSystemFiles(cd, configuration);
 
-    Run run(inputs.files, jobCount == 0 ? countProcessors() : jobCount, cd, configuration.lines);
+    Run run(inputs.files, jobCount == 0 ? countProcessors() : jobCount, cd, configuration.iniFile);
     const bool isWatched = !inputs.isOneFile && isatty(STDERR_FILENO) != 0;
     const CString reason = run.convertAll(isWatched);
     if (isWatched) std::fputc('\n', stderr);

@@ -8,7 +8,7 @@ Configuration::Configuration(const CString& file)
       systems(document, CustomPCIDeviceList::kSystemMapSection, isAnyKey),
       adapters(document, CustomPCIDeviceList::kMapSection, isAnyKey),
       mappedAdapters(document, CustomPCIDeviceList::kMapSection, isDeviceID),
-      lines(file) {}
+      iniFile(file) {}
 
 bool Configuration::hasID(const CString& key) const {
     return document.findEntry(document.findSection(CustomPCIDeviceList::kMapSection), key);

@@ -19,5 +19,5 @@ struct Configuration {
     const Names systems;         ///< The system identifiers of SystemIDMap.
     const Names adapters;        ///< The adapter names of PCIIDMap.
     const Names mappedAdapters;  ///< Those that a well-formed ID is mapped to.
-    CIniFile lines;              ///< For the lookups of the inventory.
+    CIniFile iniFile;            ///< For the lookups of the inventory.
 };
