@@ -38,7 +38,9 @@ int main(int, char* argv[]) {
         return broken("Add() returns whether the parameter was added");
     if (CExec("/").Execute()) return broken("Execute() returns false if nothing was started");
 
-    CIniFile& ini = *new (g_room) CIniFile(argv[1]);  // never destroyed: the file stays as it is
+    CIniFile& ini = *new (g_room) CIniFile("");  // never destroyed: no file is written
+    if (ini.ReadIniFile(argv[1]) && ini.ReadString("B", "X") != "2")
+        return broken("ReadIniFile() returns whether all lines are there");
     const bool isMade =
         ini.WriteString("A", "K", "changed", false, false) && ini.WriteInteger("A", "N", 5) &&
         ini.WriteString("B", "bare", false, false) && ini.WriteString("C", "K", "1", false, false);

@@ -108,8 +108,9 @@ TEST(Params, AreCollectedFromAnIndexOn) {
     const CCLParams params;
     const char* argv[] = {"tool", "/V1", "a", "/V2"};
     CString value;
-    int index = 1, pathIndex = 1, before = -1, end = 2;
-    EXPECT_EQ(3, params.GetParam(index, 3, argv, "/V", value)) << "the index after the value";
+    int index = 0, pathIndex = 1, before = -1, end = 2;
+    EXPECT_EQ(2, params.GetParam(index, 2, argv + 1, "/V", value)) << "the index after the value";
+    EXPECT_EQ("1 a", value);
     EXPECT_EQ(2, params.GetPathParam(pathIndex, 3, argv, "/V", value));
     EXPECT_EQ("1", value);
     EXPECT_EQ(0, params.GetParam(before, 0, argv + 1, "/V", value));
