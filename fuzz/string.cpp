@@ -49,6 +49,7 @@ void aLockedStringKeepsStill(const CString& text, const CString& other) {
     s.Converter(other.GetCharString(), 1);
     s.SetAt(0, 'x');
     SAME(s.Trim(text), "");
+    SAME(s.TrimLeft(text), "");
     SAME(s.ToUpper(), "");
     CHECK(s.GetBuffer() == buffer);
     CHECK(s.ToInt() == 0);
@@ -107,9 +108,9 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     const CString start = broken.StrBreak(sep);
     SAME(start + broken.StrBreak(), list);
     SAME(CString(broken).StrBreak(), "");  // a copy does not have the walk
-    walked = list;
-    CHECK(walked.ParseTokens(parsed, 1, sep) == 1);
-    for (unsigned i = 1; i < 4; ++i) SAME(walked.StrTok(), list.GetToken(i, sep));
+    CString untouched = list;              // has no separator of its own yet
+    CHECK(untouched.ParseTokens(parsed, 1, sep) == 1);
+    for (unsigned i = 1; i < 4; ++i) SAME(untouched.StrTok(), list.GetToken(i, sep));
 }
 
 // For a list in capitals. Tries no separator with letters, since InsertToken() finds no small ones,

@@ -93,6 +93,9 @@ TEST(Exec, RunsACommandWhateverItsStatus) {
     EXPECT_TRUE(exec.Run());
     EXPECT_EQ(0, exec.GetLastError());
     EXPECT_EQ("x\n", readFile(folder.path("a")));
+    EXPECT_FALSE(exec.Execute("/"));
+    EXPECT_TRUE(exec.Run("true"));
+    EXPECT_EQ(EACCES, exec.GetLastError()) << "of the last failure";
 }
 
 TEST(Exec, BecomesTheProgramOfACommandThatItSplitsAtSpaces) {

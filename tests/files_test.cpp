@@ -74,6 +74,7 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
         EXPECT_TRUE(file.OpenFile(other));
         EXPECT_EQ(2, filesIn(folder.path())) << "the next file closes the temporary one";
         EXPECT_FALSE(file.OpenTempFile("none"));
+        EXPECT_TRUE(file.IsEOF()) << "the file before is closed all the same";
         EXPECT_TRUE(CMyFileIO::Exists(other)) << "an ordinary file stays";
     }
     EXPECT_EQ(1, filesIn(folder.path())) << "the end of the object closes it, too";

@@ -182,7 +182,7 @@ TEST(Inventory, GroupsItsItemsOnceMore) {
     Inventory list(kNIC);
     EXPECT_TRUE(list.initialize(kFile | kName));
     list.resetList();
-    list.getNextDeviceFromList()->onBoard = "NOT TRUE";
+    list.getNextDeviceFromList()->onBoard = "NOT TRUE YET";
     for (int i = 0; i < 2; ++i) list.sortDevicesByType();
     EXPECT_EQ("NIC,NIC", list.getOnBoardDevices()) << "whatever contains TRUE";
     EXPECT_EQ("NIC,IDE,NIC,IDE", list.getAllDevices());

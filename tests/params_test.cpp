@@ -53,11 +53,11 @@ const Parse kParses[] = {
      {"/v"},
      CCLParams::kUnknownMode,
      4},
-    {"so does one with a mode above the last",
-     {{kAbove, "-", nullptr}},
-     {"-"},
+    {"so does one with a mode above the last, and what was found before counts",
+     {{kSwitch, "/v", ""}, {kAbove, "-", nullptr}},
+     {"/v", "-"},
      CCLParams::kUnknownMode,
-     4},
+     4 + 3},
 };
 }  // namespace
 
