@@ -108,7 +108,7 @@ void tokensAreTheSameInEachWay(const CString& list, const CString& sep) {
     const CString start = broken.StrBreak(sep);
     SAME(start + broken.StrBreak(), list);
     SAME(CString(broken).StrBreak(), "");  // a copy does not have the walk
-    CString untouched = list;              // has no separator of its own yet
+    CString untouched = list;
     CHECK(untouched.ParseTokens(parsed, 1, sep) == 1);
     for (unsigned i = 1; i < 4; ++i) SAME(untouched.StrTok(), list.GetToken(i, sep));
 }
