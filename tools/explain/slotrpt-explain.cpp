@@ -28,8 +28,8 @@ constexpr const char* kUsage =
     "  --json          print one JSON object for each FILE instead, each in one line\n"
     "  --missing       print lines for section [PCIIDMap] of syscfg.ini instead, one for\n"
     "                  each pair of vendor and device ID that is not there\n"
-    "  --pci-ids=LIST  take the names of vendors and devices from LIST, not from the pci.ids\n"
-    "                  of this system\n"
+    "  --pci-ids=LIST  with --missing, take the names of vendors and devices from LIST,\n"
+    "                  not from the pci.ids of this system\n"
     "  -h, --help      print this text\n"
     "  --version       print the version\n"
     "\n"
@@ -77,7 +77,7 @@ int explainOne(const CString& path, Files& files, Warnings& warnings) {
     warnings.printSystemFile(machine.systemID);
     std::printf("\n");
     printCounts(machine.counts);
-    return machine.counts.areComplete() && warnings.getCount() == 0 ? kFine : kFindings;
+    return machine.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
 }
 
 // Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
@@ -183,7 +183,7 @@ bool addPairs(const CString& path, Pairs& pairs) {
     Copy copy;
     if (!takeCopy(path, copy)) return false;
     const CString reason =
-        copy.mark.IsEmpty() ? findStrangeness(Document(kDetectionCopy)) : copy.mark;
+        copy.mark.IsEmpty() ? findLackOfEntries(Document(kDetectionCopy)).reason : copy.mark;
     if (reason.IsEmpty())
         pairs.add(path, DeviceEntries(kDetectionCopy));
     else

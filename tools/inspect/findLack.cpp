@@ -131,21 +131,22 @@ Lack findBrokenNumber(const std::map<long long, Keys>& entries, unsigned cut) {
 }
 }  // namespace
 
-CString findStrangeness(const Document& detection) {
-    if (detection.getLineCount() == 0) return "empty";
-    if (detection.findSection(Inventory::kDeviceSection)) return "";
-    return CString("no section [") + Inventory::kDeviceSection + "]";
+Lack findLackOfEntries(const Document& detection) {
+    if (detection.getLineCount() == 0) return {"empty", 1};
+    const Line* const section = detection.findSection(Inventory::kDeviceSection);
+    if (!section) return {CString("no section [") + Inventory::kDeviceSection + "]", 1};
+    const Line* const total = detection.findEntry(section, Inventory::kTotalKey);
+    if (total && isNumber(total->value.c_str())) return {};
+    return {CString("no ") + Inventory::kTotalKey, total ? total->number : section->number};
 }
 
 Lack findLack(const Document& detection, bool endsInLine) {
-    const CString strangeness = findStrangeness(detection);
-    if (!strangeness.IsEmpty()) return {strangeness, 1};
+    Lack lack = findLackOfEntries(detection);
+    if (!lack.reason.IsEmpty()) return lack;
     const Line* const section = detection.findSection(Inventory::kDeviceSection);
     const Line* const total = detection.findEntry(section, Inventory::kTotalKey);
-    if (!total || !isNumber(total->value.c_str()))
-        return {CString("no ") + Inventory::kTotalKey, total ? total->number : section->number};
     const std::map<long long, Keys> entries = collectEntries(detection, *section);
-    Lack lack = findLackOfTotal(entries, *total);
+    lack = findLackOfTotal(entries, *total);
     if (lack.reason.IsEmpty()) lack = findMissingKey(entries);
     const unsigned cut = endsInLine ? detection.getLineCount() : 0;
     if (lack.reason.IsEmpty()) lack = findBrokenNumber(entries, cut);

@@ -10,12 +10,12 @@ struct Lack {
     unsigned line = 0;  ///< Where that shows; 0 if nothing does.
 };
 
-/// Why the text is not that of a detection file: it is empty, or has no section PCI. "" if it is.
-CString findStrangeness(const Document& detection);
+/// Looks for why no device entry is read: the file is empty, or there is no section PCI, no total,
+/// or one without digits.
+Lack findLackOfEntries(const Document& detection);
 
 /// Looks for the first of these:
-/// - it is not a detection file;
-/// - there is no total, or one without digits;
+/// - what findLackOfEntries() finds;
 /// - device entries below the total are not in the file;
 /// - one that is in the file is not below the total;
 /// - a device entry lacks a key that every one needs, or that another one has;
