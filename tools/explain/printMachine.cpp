@@ -125,8 +125,7 @@ void printEntry(const DeviceEntry& entry, Machine& machine, const Widths& widths
 
 void printEntries(Machine& machine) {
     if (machine.entries.getTotal() == 0) {
-        std::printf(
-            "No device entries: Total_Number_Of_Devices in [PCI] is not a number above 0.\n");
+        std::printf("There are no device entries.\n");
         return;
     }
     const Widths widths = measure(machine.entries);
