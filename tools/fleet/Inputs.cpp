@@ -98,7 +98,7 @@ int collect(const CString& path, Inputs& inputs) {
         return complainUnreadable(path, std::strerror(errno));
     inputs.isOneFile = !S_ISDIR(self.st_mode);
     if (!inputs.isOneFile) return collectFolder(path, self, inputs);
-    if (isReport(path.c_str())) return complain(path + " is a report");
+    if (isReport(path.c_str() + folderOf(path).GetLength())) return complain(path + " is a report");
     inputs.files.push_back({path, folder.st_dev, folder.st_ino});
     return kFine;
 }
