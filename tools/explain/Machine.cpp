@@ -103,7 +103,7 @@ void Machine::takeInventory() {
 void Machine::label(DeviceEntry& entry) {
     while (nextAdapter && nextAdapter->entryNumber <= entry.last) takeAdapter(entry);
     entry.isLeftOut = !entry.adapter && entry.hasIDs() &&
-                      configuration.hasID(inventory.getDeviceINIFileEntry(entry.device));
+                      configuration.hasKey(inventory.getDeviceINIFileEntry(entry.device));
     long long& count = entry.adapter     ? counts.named
                        : entry.isLeftOut ? counts.leftOut
                        : entry.device    ? counts.unnamed

@@ -13,6 +13,7 @@ void Overview::add(const Machine& machine) {
     row.systemID = machine.systemID;
     row.counts = machine.counts;
     row.warnings = machine.findings.getCount();
+    row.isFine = machine.isFine();
 }
 
 Overview::Row Overview::sum() const {
@@ -62,7 +63,5 @@ void Overview::printSystemFiles(Warnings& warnings) const {
 }
 
 bool Overview::isFine() const {
-    return std::all_of(rows.begin(), rows.end(), [](const Row& row) {
-        return row.counts.areComplete() && row.warnings == 0;
-    });
+    return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.isFine; });
 }

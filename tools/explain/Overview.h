@@ -22,6 +22,7 @@ private:
         CString path, machineType, systemID;
         Counts counts;
         std::size_t warnings = 0;
+        bool isFine = false;
     };
     // The widths of the first columns. At first, those of their heads.
     struct Widths {

@@ -17,7 +17,7 @@ Pair& Pairs::get(const PCIDeviceItem& device) {
     if (!isNew) return pair;
     pair.classCode = device.classCode;
     pair.key = CustomPCIDeviceList().getDeviceINIFileEntry(&device);
-    pair.isMissing = !configuration.hasID(pair.key);
+    pair.isMissing = !configuration.hasKey(pair.key);
     found.push_back(&pair);
     return pair;
 }

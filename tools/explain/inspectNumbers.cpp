@@ -51,7 +51,6 @@ void inspectTotal(const Line& line, Findings& findings) {
 
 void inspectNumbers(const DeviceEntries& entries, const Document& detection, Findings& findings) {
     const Line* const section = detection.findSection(CustomPCIDeviceList::kDeviceSection);
-    if (!section) return;
     const Line* const total = detection.findEntry(section, CustomPCIDeviceList::kTotalKey);
     if (total) inspectTotal(*total, findings);
     for (const DeviceEntry& entry : entries) {

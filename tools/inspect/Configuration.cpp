@@ -10,6 +10,6 @@ Configuration::Configuration(const CString& file)
       mappedAdapters(document, CustomPCIDeviceList::kMapSection, isDeviceID),
       iniFile(file) {}
 
-bool Configuration::hasID(const CString& key) const {
+bool Configuration::hasKey(const CString& key) const {
     return document.findEntry(document.findSection(CustomPCIDeviceList::kMapSection), key);
 }

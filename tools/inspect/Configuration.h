@@ -11,8 +11,8 @@ struct Configuration {
     Configuration(const Configuration&) = delete;
     Configuration& operator=(const Configuration&) = delete;
 
-    /// Whether PCIIDMap has the key of a pair of IDs, be it with an empty name.
-    bool hasID(const CString& key) const;
+    /// Whether PCIIDMap has this key, even with an empty name.
+    bool hasKey(const CString& key) const;
 
     const CString path;
     const Document document;
