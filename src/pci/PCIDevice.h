@@ -4,8 +4,8 @@
 
 #include "util/CString.h"
 
-/// One PCI function of the machine. The numbers come from the detection file. The inventory adds
-/// the labels below them.
+/// One PCI function of the machine. The numbers up to headerType, and the last one, come from the
+/// detection file. The inventory adds the rest.
 struct PCIDevice {
     std::uint16_t vendorID = 0;
     std::uint16_t deviceID = 0;
@@ -23,6 +23,7 @@ struct PCIDevice {
     CString onBoard;             ///< "TRUE" or "FALSE". Empty before labelling.
     std::int32_t count = -1;     ///< How many devices in the list have this name. -1: not counted.
     std::int32_t instance = -1;  ///< The number of this one among them, from 1. -1: not counted.
+
     std::int32_t entryNumber = -1;  ///< Of its device entry. -1: not from a detection file.
 
     PCIDevice();

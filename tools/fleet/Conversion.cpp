@@ -26,8 +26,9 @@ void say(const char* what, const CString& path, const CString& text) {
                  printable(path).c_str(), printable(text).c_str());
 }
 
-// Lets the converter print into the text. It writes to stderr only when memory runs out, and then
-// calls exit(). The handler ends the process before those that its parent has registered.
+// Lets the converter print into the text. It writes to stderr only when memory runs out, which the
+// exit status says, too; then it calls exit(). The handler ends the process, so that the handlers
+// of the parent do not run.
 void redirectOutput(std::string& text) {
     const auto append = [](void* report, const char* block, std::size_t size) {
         static_cast<std::string*>(report)->append(block, size);

@@ -83,7 +83,8 @@ int convert(int count, char* operands[]) {
     Inputs inputs;
     if (collectInputs(operands, inputs) != kFine) return kCouldNotRun;
     Configuration configuration(file.path);
-    // A run over one file reads only those of its system: on an optical disc, each costs a seek.
+    // A run over one file reads only the per-system file of its system: on an optical disc, each
+    // file costs a seek.
     if (inputs.files.size() > 1) readSystemFiles(cd, configuration);
 
     Run run(inputs.files, jobCount == 0 ? countProcessors() : jobCount, cd, configuration.iniFile);
