@@ -51,8 +51,6 @@ void lookupsAgree(CIniFile& ini, const CString& section, const CString& key) {
     CHECK(!isFound || ini.HasSection(section));
     CHECK(!ini.HasSection(section + " "));
     SAME(value, divided);
-    CHECK(CIniFile::DivideLine("bare", name, divided) == CIniFile::lkBare);
-    SAME(name + divided, "");
     SAME(value, ini.ReadString(section.Upper(), key.Lower(), " absent "));
     CHECK(ini.ReadInteger(section, key, -7) == (isFound ? value.ToInt() : -7));
     CHECK(!ini.FindItem(section, key + " ", line));

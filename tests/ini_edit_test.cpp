@@ -47,6 +47,7 @@ TEST(IniEdit, IsSavedOnRequestOrInTheEndAndOnlyOnce) {
         std::filesystem::remove(path);
         EXPECT_FALSE(ini.Flush()) << "nothing is unsaved";
         EXPECT_FALSE(ini.Exists());
+        EXPECT_TRUE(ini.WriteString("A", "", false, false)) << "nothing is added";
         EXPECT_TRUE(ini.WriteString("top", false, false));
     }
     EXPECT_EQ("top\n\n[A]\nK = 1\n", readFile(path));

@@ -61,6 +61,18 @@ TEST(IniLookup, ReadsLinesOfAnyLength) {
     EXPECT_EQ("1", ini.ReadString("S", "L"));
 }
 
+TEST(IniLookup, DividesALineThatHoldsLess) {
+    CString name = "old", value = "old";
+    EXPECT_EQ(CIniFile::lkHeader, CIniFile::DivideLine("[S", name, value));
+    EXPECT_EQ("S", name);
+    EXPECT_EQ("", value);
+    name = "old";
+    value = "old";
+    EXPECT_EQ(CIniFile::lkBare, CIniFile::DivideLine("K", name, value));
+    EXPECT_EQ("", name);
+    EXPECT_EQ("", value);
+}
+
 TEST(IniLookup, FindsTheNextNumberedEntryThatCounts) {
     const ScratchFolder folder;
     const auto next = [&](const std::string& entries, const char* section, int from) {
