@@ -29,8 +29,6 @@ void endUnfinished() {
         std::rethrow_exception(std::current_exception());
     } catch (const std::exception& error) {
         complain(CString("unexpected error: ") + error.what());
-    } catch (...) {
-        complain("unexpected error");
     }
     std::_Exit(kCouldNotRun);
 }
