@@ -73,6 +73,8 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
         EXPECT_TRUE(second.WriteString("x")) << "an empty name leaves the temporary file open";
         EXPECT_TRUE(file.OpenFile(other));
         EXPECT_EQ(2, filesIn(folder.path())) << "the next file closes the temporary one";
+        EXPECT_FALSE(file.OpenFile(""));
+        EXPECT_FALSE(file.Exists()) << "it has taken the empty name";
         EXPECT_FALSE(file.OpenTempFile("none"));
         EXPECT_TRUE(file.IsEOF()) << "the file before is closed all the same";
         EXPECT_TRUE(CMyFileIO::Exists(other)) << "an ordinary file stays";
