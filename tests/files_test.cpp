@@ -81,6 +81,12 @@ TEST(Files, AreDeletedOnClosingOnlyIfTemporary) {
     }
     EXPECT_EQ(1, filesIn(folder.path())) << "the end of the object closes it, too";
 
+    const auto openFirst = [&] {
+        close(0);
+        return CMyFileIO().OpenTempFile(dir) ? 0 : 1;
+    };
+    EXPECT_EQ(0, inChild(openFirst).status) << "its descriptor may be 0";
+
     CMyFileIO file;
     const int descriptor = dup(0);
     close(descriptor);
