@@ -39,6 +39,8 @@ TEST(Tokens, AreWalkedInOneWalkAtATime) {
     CString list = "k:v:w";
     EXPECT_EQ("", list.StrTokIt()) << "there is no walk yet";
     EXPECT_EQ("k", list.StrTok(":"));
+    EXPECT_EQ(0U, list.ParseTokens(nullptr, 0, ","));
+    EXPECT_EQ("v", list.StrTok()) << "to parse no token leaves the walk alone";
     EXPECT_EQ("k:v:w", list.StrTok(","));
     EXPECT_EQ("", list.StrTok()) << "the walk before has ended";
     EXPECT_EQ("k", list.StrTok(":"));
