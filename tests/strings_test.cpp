@@ -93,7 +93,9 @@ TEST(Strings, GiveTheirBufferAway) {
     EXPECT_STREQ("abc", s.c_str(3));
     s.Get(4)[3] = '8';
     EXPECT_STREQ("abc8", s.GetBuffer(9)) << "a new buffer keeps a text without a NUL";
-    EXPECT_STREQ("abc8", s.Get(0)) << "a locked string is unlocked, not emptied";
+    EXPECT_STREQ("abc8", s.Get(0)) << "a locked string is not emptied";
+    s += 'e';
+    EXPECT_EQ("abc8e", s) << "it is unlocked";
     for (const bool isReleased : {s.rc_str(), s.Release()}) EXPECT_TRUE(isReleased);
     EXPECT_STREQ(s.Get(), std::as_const(s).Get());
     s.Converter(CString("abc").GetCharString(), 1);
