@@ -32,6 +32,7 @@ TEST(Files, AreReadLineByLine) {
     for (CMyFileIO* closed : {&file, &unopened}) {
         EXPECT_TRUE(closed->IsEOF()) << "nothing is open";
         EXPECT_FALSE(closed->Rewind());
+        EXPECT_FALSE(closed->Close());
         EXPECT_FALSE(closed->ReadString(line));
         EXPECT_EQ(0U, closed->ReadBlock(block, 1));
         EXPECT_FALSE(closed->WriteString("x"));
@@ -197,6 +198,7 @@ TEST(Files, HaveVersionsThatCompareByNumbers) {
     EXPECT_EQ("old", version);
     EXPECT_EQ(0, CMyFileIO::CompareFileVersion("old4.5", "x.5")) << "a field without digits is 0";
     EXPECT_EQ(-1, CMyFileIO::CompareFileVersion("6.0.0 7.7", "6.0.0.7")) << "a blank ends it";
+    EXPECT_EQ(1, CMyFileIO::CompareFileVersion(" 1", "")) << "but not one at its start";
 }
 
 TEST(Files, HaveLinesThatAreComments) {

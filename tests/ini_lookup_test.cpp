@@ -41,6 +41,7 @@ const NumberedEntry kNumberedEntries[] = {
     {"an entry without a name has no number", "=4", -1},
     {"a number follows a dot", "K5=", -1},
     {"a name that is not counted does not count", "X.5=", -1},
+    {"a number may be INT_MAX", "K.2147483647=", 2147483647},
     {"a number above INT_MAX does not count", "K.2147483648=", -1},
 };
 }  // namespace

@@ -22,6 +22,7 @@ TEST(Tokens, AreCountedAndFetched) {
     EXPECT_EQ(3U, list.GetNumberTokens(","));
     EXPECT_EQ("a ", list.GetToken(0, ",")) << "the list is trimmed, its tokens are not";
     EXPECT_EQ("", list.GetToken(0, ""));
+    EXPECT_EQ("a", CString(",a").GetToken(1, ","));
     EXPECT_EQ(0U, list.GetNumberTokens(""));
     EXPECT_EQ(0U, CString(" \t\n").GetNumberTokens(","));
 }
