@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -57,44 +58,40 @@ bool takeCopy(const CString& path, Copy& copy) {
     return copy.isWhole();
 }
 
-// Returns false, and says why, if the machine cannot be explained.
-bool requireExplained(const Machine& machine) {
-    const ProductCD::File* const broken = machine.getBrokenFile();
-    if (broken) complainUnreadable(broken->path, broken->copy.reason);
-    return !broken;
+// Reads the detection file and explains its machine. Returns null, and says why, if this or the
+// per-system file cannot be read to its end.
+std::unique_ptr<Machine> takeMachine(const CString& path, Files& files) {
+    Copy copy;
+    if (!takeCopy(path, copy)) return nullptr;
+    auto machine = std::make_unique<Machine>(path, copy, files.cd, files.configuration);
+    const ProductCD::File* const broken = machine->getBrokenFile();
+    if (!broken) return machine;
+    complainUnreadable(broken->path, broken->copy.reason);
+    return nullptr;
 }
 
 // ---------------------------------------------------------------- One machine, or several
 
 int explainOne(const CString& path, Files& files, Warnings& warnings) {
-    Copy copy;
-    if (!takeCopy(path, copy)) return kCouldNotRun;
-    Machine machine(path, copy, files.cd, files.configuration);
-    if (!requireExplained(machine)) return kCouldNotRun;
-    printMachine(machine, files.configuration.path);
-    warnings.print(machine.findings);
+    const auto machine = takeMachine(path, files);
+    if (!machine) return kCouldNotRun;
+    printMachine(*machine, files.configuration.path);
+    warnings.print(machine->findings);
     warnings.printConfiguration();
-    warnings.printSystemFile(machine.systemID);
+    warnings.printSystemFile(machine->systemID);
     std::printf("\n");
-    printCounts(machine.counts);
-    return machine.isFine() && warnings.getCount() == 0 ? kFine : kFindings;
-}
-
-// Adds the machine to the overview. Returns false, and says why, if its file cannot be read.
-bool addMachine(const CString& path, Files& files, Overview& overview) {
-    Copy copy;
-    if (!takeCopy(path, copy)) return false;
-    const Machine machine(path, copy, files.cd, files.configuration);
-    if (!requireExplained(machine)) return false;
-    overview.add(machine);
-    return true;
+    printCounts(machine->counts);
+    return machine->isFine() && warnings.getCount() == 0 ? kFine : kFindings;
 }
 
 int explainSeveral(int count, char* paths[], Files& files, Warnings& warnings) {
     Overview overview;
     bool areAllRead = true;
     for (int i = 0; i != count; ++i)
-        areAllRead = addMachine(paths[i], files, overview) && areAllRead;
+        if (const auto machine = takeMachine(paths[i], files))
+            overview.add(*machine);
+        else
+            areAllRead = false;
     overview.print();
     warnings.printConfiguration();
     overview.printSystemFiles(warnings);
@@ -105,13 +102,11 @@ int explainSeveral(int count, char* paths[], Files& files, Warnings& warnings) {
 // Prints the machine as JSON. Returns kFine or kFindings; if it cannot be explained, says why and
 // returns kCouldNotRun.
 int printAsJSON(const CString& path, Files& files, Warnings& warnings) {
-    Copy copy;
-    if (!takeCopy(path, copy)) return kCouldNotRun;
-    Machine machine(path, copy, files.cd, files.configuration);
-    if (!requireExplained(machine)) return kCouldNotRun;
-    printJSON(machine);
-    warnings.printSystemFile(machine.systemID);
-    return machine.isFine() ? kFine : kFindings;
+    const auto machine = takeMachine(path, files);
+    if (!machine) return kCouldNotRun;
+    printJSON(*machine);
+    warnings.printSystemFile(machine->systemID);
+    return machine->isFine() ? kFine : kFindings;
 }
 
 // What is wrong with the CD goes to standard error, so that the output is JSON alone.
